@@ -1,0 +1,132 @@
+#include "catalogue/conversions.h"
+
+#include <array>
+#include <initializer_list>
+
+namespace catalogue {
+
+namespace {
+
+struct Output {
+    const char* name;
+    unsigned bytes;
+};
+// By OrvOutputCode.
+constexpr std::array<Output, 11> outputs{{{"Mono8", 1},
+                                          {"BGR24", 3},
+                                          {"BGRA32", 4},
+                                          {"RGB24", 3},
+                                          {"RGBA32", 4},
+                                          {"Mono8 BT.709", 1},
+                                          {"UYVY", 2},
+                                          {"Mono16", 2},
+                                          {"Mono16 BT.709", 2},
+                                          {"BGR48", 6},
+                                          {"RGB48", 6}}};
+
+// A camera format, as OrvImageTransform is told about it.
+struct Source {
+    std::string name;
+    OrvPixelFormatType format[4]; // mosaics: by Bayer pattern; others: the first counts
+    bool bigEndian = false;
+    unsigned widthStep = 1, heightStep = 1, patterns = 1;
+};
+
+OrvImage describe(const Source& source, void* data, std::uint32_t width, std::uint32_t height, std::uint32_t pattern) {
+    OrvImage image{};
+    image.Size = sizeof image;
+    image.Data = data;
+    OrvSetImageInfoFromPixelFormat(source.format[source.patterns == 1 ? 0 : pattern], width, height, &image);
+    if (source.bigEndian) image.ImageInfo.PixelInfo.Endianness = 1;
+    return image;
+}
+
+class List {
+public:
+    std::vector<Conversion> rows;
+
+    // One row per output, through OrvImageTransform with the options given.
+    void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
+             std::vector<OrvTransformInfo> options = {}) {
+        for (const unsigned code : outputCodes) {
+            Conversion row;
+            row.source = source.name;
+            row.method = method;
+            row.output = outputs[code].name;
+            std::uint32_t bits = 0;
+            OrvBitsPerPixel(&bits, source.format[0]);
+            row.sourceBits = bits;
+            row.destinationBytes = outputs[code].bytes;
+            row.widthStep = code == OrvOutputYuv422 && source.widthStep == 1 ? 2 : source.widthStep;
+            row.heightStep = source.heightStep;
+            row.patterns = source.patterns;
+            row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
+            const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
+            row.beyond = source.name == "Mono16" && colour ? 1 : 0;
+            row.convert = [source, code, options](void* d, void* s, std::uint32_t width, std::uint32_t height,
+                                                  std::uint32_t pattern) {
+                const OrvImage from = describe(source, s, width, height, pattern);
+                OrvImage to{};
+                to.Size = sizeof to;
+                to.Data = d;
+                OrvSetImageInfoOutput(code, width, height, &to);
+                return OrvImageTransform(&from, &to, options.data(), static_cast<std::uint32_t>(options.size()));
+            };
+            rows.push_back(std::move(row));
+        }
+    }
+};
+
+Source mono(const std::string& name, OrvPixelFormatType format, unsigned widthStep = 1) {
+    return {.name = name, .format = {format}, .widthStep = widthStep};
+}
+Source bigEndian(Source source) {
+    source.name += " big-endian";
+    source.bigEndian = true;
+    return source;
+}
+Source mosaic(const std::string& name, OrvPixelFormatType rg, OrvPixelFormatType gb, OrvPixelFormatType gr,
+              OrvPixelFormatType bg) {
+    return {.name = name, .format = {rg, gb, gr, bg}, .widthStep = 2, .heightStep = 2, .patterns = 4};
+}
+
+std::vector<Conversion> all() {
+    List list;
+
+    const Source mono16 = mono("Mono16", OrvPixelFormatMono16);
+    list.add(mono("Mono8", OrvPixelFormatMono8), {0, 1, 2, 3, 4, 5, 6});
+    list.add(mono("Mono10", OrvPixelFormatMono10), {0, 1, 2, 3, 4, 5, 7, 8, 9});
+    list.add(mono("Mono12", OrvPixelFormatMono12), {0, 1, 2, 3, 4, 5, 7, 8, 9});
+    list.add(bigEndian(mono("Mono12", OrvPixelFormatMono12)), {0, 1, 2, 3, 4, 5, 7, 8, 9});
+    list.add(mono("Mono14", OrvPixelFormatMono14), {0, 1, 2, 3, 4, 5, 7, 8, 9});
+    list.add(mono16, {0, 1, 2, 3, 4, 5, 7, 8});
+    list.add(bigEndian(mono16), {0, 1, 2, 3, 4, 5, 7, 8});
+    list.add(mono("Mono12Packed", OrvPixelFormatMono12Packed, 2), {0, 1, 2, 3, 4, 5});
+    list.add(mono("Mono10p", OrvPixelFormatMono10p), {0, 1, 2, 3, 4, 5, 7, 8});
+    list.add(mono("Mono12p", OrvPixelFormatMono12p, 2), {0, 1, 2, 3, 4, 5, 7, 8});
+
+    const Source bayer8 = mosaic("Bayer8", OrvPixelFormatBayerRG8, OrvPixelFormatBayerGB8, OrvPixelFormatBayerGR8,
+                                 OrvPixelFormatBayerBG8);
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 6, 7, 8}, "2x2");
+
+    return std::move(list.rows);
+}
+
+} // namespace
+
+std::string Conversion::name() const { return source + (method.empty() ? "" : " " + method) + " -> " + output; }
+
+std::size_t Conversion::sourceSize(std::uint32_t width, std::uint32_t height) const {
+    return (std::size_t{width} * height * sourceBits + 7) / 8;
+}
+
+std::size_t Conversion::destinationSize(std::uint32_t width, std::uint32_t height) const {
+    return std::size_t{width} * height * destinationBytes;
+}
+
+const std::vector<Conversion>& conversions() {
+    static const std::vector<Conversion> list = all();
+    return list;
+}
+
+} // namespace catalogue

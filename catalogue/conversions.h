@@ -1,0 +1,40 @@
+// Every conversion the library offers, as one list: what the tests check, the benchmarks time and the documentation
+// shows.
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "orvella/orv.h"
+
+namespace catalogue {
+
+struct Conversion {
+    std::string source; // "Mono12p", "Mono16 big-endian", "Bayer8", ...
+    std::string method; // "2x2", "3x3", ...; empty where there is only one
+    std::string output; // "BGR24", ...
+
+    unsigned sourceBits;       // per pixel
+    unsigned destinationBytes; // per pixel
+    unsigned widthStep = 1;    // widths are multiples of this
+    unsigned heightStep = 1;
+    unsigned patterns = 1;         // mosaics: 4, called with Bayer patterns 0 to 3
+    unsigned beyond = 0;           // bytes behind the source that are read as well
+    bool keepsFourthByte = false;  // of each destination pixel
+    bool overwritesSource = false; // uses the source as scratch
+
+    // 0 on success. `pattern` counts for mosaics only.
+    std::function<OrvErrorType(void* destination, void* source, std::uint32_t width, std::uint32_t height,
+                               std::uint32_t pattern)>
+        convert;
+
+    std::string name() const;                                                // "Bayer8 2x2 -> BGR24"
+    std::size_t sourceSize(std::uint32_t width, std::uint32_t height) const; // bytes, without those beyond
+    std::size_t destinationSize(std::uint32_t width, std::uint32_t height) const;
+};
+
+const std::vector<Conversion>& conversions();
+
+} // namespace catalogue

@@ -1,0 +1,379 @@
+/* Orvella: the pixel data of industrial cameras, turned into images.
+ *
+ * This is the library's current face, plain C99. What holds for every function unless its own comment says otherwise:
+ *
+ *  Memory       Buffers and records belong to the caller; the library keeps no pointer after a call and frees nothing.
+ *  Order        The destination comes first, the source second. (OrvImageTransform takes the source first.)
+ *  Images       Dense: line follows line without padding. Buffer sizes below are in bytes, for n = width * height
+ * pixels. Source and destination must not overlap, except where a function says that it works in place. Refusals Listed
+ * in the order in which they are checked; the first one returns, and nothing has been written then. Result       An
+ * OrvErrorType: 0 is success, the negative codes have texts (OrvGetErrorInfo). Threads      Any number of threads may
+ * call at once, each with its own buffers. No function takes a lock, starts a thread or allocates memory. Fourth byte
+ * 32-bit outputs (BGRA32, RGBA32) keep whatever the caller's buffer held in the fourth byte of a pixel. 16-bit words
+ * Written in the machine's native (little-endian) order.
+ */
+#ifndef ORVELLA_ORV_H
+#define ORVELLA_ORV_H
+
+#include <stdint.h>
+
+#include "orvella/version.h"
+
+#if defined(__GNUC__)
+#define ORV_API __attribute__((visibility("default")))
+#else
+#define ORV_API
+#endif
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Results ------------------------------------------------------------------------------------------------- */
+
+typedef int32_t OrvErrorType;
+enum {
+    OrvErrorSuccess = 0,
+    OrvErrorInternalFault = -1, /* a kernel refused its parameters */
+    OrvErrorApiNotStarted = -2,
+    OrvErrorNotFound = -3,
+    OrvErrorBadHandle = -4,
+    OrvErrorDeviceNotOpen = -5,
+    OrvErrorInvalidAccess = -6,
+    OrvErrorBadParameter = -7, /* null pointers, zero or odd sizes, unknown codes */
+    OrvErrorStructSize = -8,   /* OrvImage.Size is not sizeof(OrvImage) */
+    OrvErrorMoreData = -9,     /* the text did not fit */
+    OrvErrorWrongType = -10,
+    OrvErrorInvalidValue = -11,
+    OrvErrorTimeout = -12,
+    OrvErrorOther = -13,
+    OrvErrorResources = -14, /* no memory */
+    OrvErrorInvalidCall = -15,
+    OrvErrorNoTL = -16,
+    OrvErrorNotImplemented = -17, /* an output or option that this source does not offer */
+    OrvErrorNotSupported = -18
+};
+
+/* ---- Pixel formats ------------------------------------------------------------------------------------------- */
+
+/* 32-bit codes of the GenICam Pixel Format Naming Convention (PFNC). */
+typedef uint32_t OrvPixelFormatType;
+enum {
+    OrvPixelFormatMono8 = 0x01080001,
+    OrvPixelFormatMono10 = 0x01100003,
+    OrvPixelFormatMono12 = 0x01100005,
+    OrvPixelFormatMono12Packed = 0x010C0006,
+    OrvPixelFormatMono10p = 0x010A0046,
+    OrvPixelFormatMono12p = 0x010C0047,
+    OrvPixelFormatMono14 = 0x01100025,
+    OrvPixelFormatMono16 = 0x01100007,
+    OrvPixelFormatBayerGR8 = 0x01080008,
+    OrvPixelFormatBayerRG8 = 0x01080009,
+    OrvPixelFormatBayerGB8 = 0x0108000A,
+    OrvPixelFormatBayerBG8 = 0x0108000B,
+    OrvPixelFormatBayerGR10 = 0x0110000C,
+    OrvPixelFormatBayerRG10 = 0x0110000D,
+    OrvPixelFormatBayerGB10 = 0x0110000E,
+    OrvPixelFormatBayerBG10 = 0x0110000F,
+    OrvPixelFormatBayerGR12 = 0x01100010,
+    OrvPixelFormatBayerRG12 = 0x01100011,
+    OrvPixelFormatBayerGB12 = 0x01100012,
+    OrvPixelFormatBayerBG12 = 0x01100013,
+    OrvPixelFormatBayerGR12Packed = 0x010C002A,
+    OrvPixelFormatBayerRG12Packed = 0x010C002B,
+    OrvPixelFormatBayerGB12Packed = 0x010C002C,
+    OrvPixelFormatBayerBG12Packed = 0x010C002D,
+    OrvPixelFormatBayerGR10p = 0x010A0056,
+    OrvPixelFormatBayerRG10p = 0x010A0058,
+    OrvPixelFormatBayerGB10p = 0x010A0054,
+    OrvPixelFormatBayerBG10p = 0x010A0052,
+    OrvPixelFormatBayerGR12p = 0x010C0057,
+    OrvPixelFormatBayerRG12p = 0x010C0059,
+    OrvPixelFormatBayerGB12p = 0x010C0055,
+    OrvPixelFormatBayerBG12p = 0x010C0053,
+    OrvPixelFormatBayerGR16 = 0x0110002E,
+    OrvPixelFormatBayerRG16 = 0x0110002F,
+    OrvPixelFormatBayerGB16 = 0x01100030,
+    OrvPixelFormatBayerBG16 = 0x01100031,
+    OrvPixelFormatRgb8 = 0x02180014,
+    OrvPixelFormatBgr8 = 0x02180015,
+    OrvPixelFormatArgb8 = 0x02200016, /* the same code as Rgba8 */
+    OrvPixelFormatRgba8 = 0x02200016,
+    OrvPixelFormatBgra8 = 0x02200017,
+    OrvPixelFormatRgb12 = 0x0230001A,
+    OrvPixelFormatRgb16 = 0x02300033,
+    OrvPixelFormatYuv411 = 0x020C001E,
+    OrvPixelFormatYuv422 = 0x0210001F,
+    OrvPixelFormatYuv444 = 0x02180020,
+    OrvPixelFormatYCbCr411_8_CbYYCrYY = 0x020C003C,
+    OrvPixelFormatYCbCr422_8_CbYCrY = 0x02100043,
+    OrvPixelFormatYCbCr8_CbYCr = 0x0218003A
+};
+
+/* How pixels lie in memory. 12 is not assigned. */
+typedef uint32_t OrvPixelLayout;
+enum {
+    OrvPixelLayoutMono = 0,
+    OrvPixelLayoutMonoPacked = 1, /* Mono12Packed: two pixels in 3 bytes, the low nibbles in the middle byte */
+    OrvPixelLayoutRaw = 2,        /* Bayer mosaic, one sample in 8 or 16 bits */
+    OrvPixelLayoutRawPacked = 3,  /* Bayer mosaic, 12Packed */
+    OrvPixelLayoutRgb = 4,
+    OrvPixelLayoutBgr = 5,
+    OrvPixelLayoutRgba = 6,
+    OrvPixelLayoutBgra = 7,
+    OrvPixelLayoutYuv411 = 8,  /* U Y Y V Y Y */
+    OrvPixelLayoutYuv422 = 9,  /* U Y V Y */
+    OrvPixelLayoutYuv444 = 10, /* U Y V */
+    OrvPixelLayoutMonoP = 11,  /* Mono10p, Mono12p: a little-endian bit stream */
+    OrvPixelLayoutRawP = 13    /* Bayer mosaic, 10p or 12p */
+};
+
+/* The colours of a mosaic's first two lines. */
+typedef uint32_t OrvBayerPattern;
+enum {
+    OrvBayerPatternRGGB = 0,
+    OrvBayerPatternGBRG = 1,
+    OrvBayerPatternGRBG = 2,
+    OrvBayerPatternBGGR = 3,
+    OrvBayerPatternNone = 255
+};
+
+/* Which luma weights a grey image was, or is to be, made with. */
+typedef uint32_t OrvColorSpace;
+enum {
+    OrvColorSpaceNone = 0, /* RGB or unknown */
+    OrvColorSpaceRec709 = 1,
+    OrvColorSpaceRec601 = 2
+};
+
+/* ---- Outputs ------------------------------------------------------------------------------------------------- */
+
+/* What a conversion writes. The same numbers name the simple image formats of OrvSetImageInfoOutput. */
+typedef uint32_t OrvOutputCode;
+typedef uint32_t OrvSimpleImageFormat;
+enum {
+    OrvOutputMono8 = 0,        /* 1 byte: (77 R + 150 G + 29 B) >> 8, ITU-R BT.601 */
+    OrvOutputBgr24 = 1,        /* 3 bytes: B G R */
+    OrvOutputBgra32 = 2,       /* 4 bytes: B G R, the fourth is kept */
+    OrvOutputRgb24 = 3,        /* 3 bytes: R G B */
+    OrvOutputRgba32 = 4,       /* 4 bytes: R G B, the fourth is kept */
+    OrvOutputMono8Rec709 = 5,  /* 1 byte: (54 R + 184 G + 18 B + 128) >> 8, ITU-R BT.709 */
+    OrvOutputYuv422 = 6,       /* 2 bytes: U Y0 V Y1 for two pixels */
+    OrvOutputMono16 = 7,       /* 2 bytes, BT.601 */
+    OrvOutputMono16Rec709 = 8, /* 2 bytes, BT.709 */
+    OrvOutputBgr48 = 9,        /* 6 bytes: B G R as words */
+    OrvOutputRgb48 = 10        /* 6 bytes: R G B as words */
+};
+
+/* ---- Records ------------------------------------------------------------------------------------------------- */
+
+typedef struct OrvPixelInfo {
+    uint32_t BitsPerPixel; /* storage bits */
+    uint32_t BitsUsed;     /* significant bits, all channels together */
+    uint32_t Alignment;    /* of a sample in its 16 bits: 1 in the low BitsUsed bits, 0 in the high ones */
+    uint32_t Endianness;   /* of 16-bit samples: 0 little, 1 big */
+    OrvPixelLayout PixelLayout;
+    OrvBayerPattern BayerPattern;
+    OrvColorSpace ColorSpace;
+} OrvPixelInfo;
+
+typedef struct OrvImageInfo {
+    uint32_t Width;  /* pixels */
+    uint32_t Height; /* lines */
+    int32_t Stride;  /* written by the setters, read by nothing: images are dense */
+    OrvPixelInfo PixelInfo;
+} OrvImageInfo;
+
+typedef struct OrvImage {
+    uint32_t Size; /* sizeof(OrvImage) = 56, set by the caller */
+    void* Data;    /* the caller's pixels */
+    OrvImageInfo ImageInfo;
+} OrvImage;
+
+typedef uint32_t OrvTransformType;
+enum { OrvTransformTypeDebayerMode = 1, OrvTransformTypeColorCorrection = 2, OrvTransformTypeGammaCorrection = 3 };
+
+typedef uint32_t OrvDebayerMode;
+enum {
+    OrvDebayerMode2x2 = 0,
+    OrvDebayerMode3x3 = 1,
+    OrvDebayerModeLCAA = 2,
+    OrvDebayerModeLCAAV = 3,
+    OrvDebayerModeYuv422 = 4
+};
+
+/* One option of OrvImageTransform. The first record of a type counts, later ones of that type are ignored. */
+typedef struct OrvTransformInfo {
+    OrvTransformType TransformType;
+    union {
+        OrvDebayerMode DebayerMode;
+        float Matrix[9]; /* row by row: R', G', B' from R, G, B */
+        float Gamma;
+    } Parameter;
+} OrvTransformInfo;
+
+/* How the samples of a 16-bit source sit in their words; argument of the ...ImageTransformEx functions. */
+typedef struct OrvShiftRecord {
+    uint32_t Reserved;  /* not read */
+    uint32_t Alignment; /* 0: no shift; 1: shift left by 16 - BitsUsed */
+    uint32_t BitsUsed;
+    uint32_t Endianness;   /* 0 little, 1 big */
+    uint32_t BayerPattern; /* read for mosaics only */
+} OrvShiftRecord;
+
+/* Six capabilities of the platform, each as a pair of flags; this build's probe finds none, so all are 0. */
+typedef struct OrvTechnoInfo {
+    uint8_t Flags[12];
+} OrvTechnoInfo;
+
+/* ---- Describing images --------------------------------------------------------------------------------------- */
+
+/* Storage bits per pixel of a PFNC code, from its effective-bits byte (bits 16 to 23): 8, 10, 12, 14, 16, 24, 32, 48.
+ * -7: bits is null; any other effective-bits byte. */
+ORV_API OrvErrorType OrvBitsPerPixel(uint32_t* bits, OrvPixelFormatType format);
+
+/* Significant bits per pixel, all channels together. -7: bits is null; unknown format. */
+ORV_API OrvErrorType OrvBitsPerPixelUsed(uint32_t* bits, OrvPixelFormatType format);
+
+/* The format's Bayer pattern, 255 for formats without a mosaic. -7: pattern is null; unknown format. */
+ORV_API OrvErrorType OrvGetBayerPattern(OrvBayerPattern* pattern, OrvPixelFormatType format);
+
+/* Writes one byte: 1 for Bayer formats, else 0. -7: has is null; unknown format, and Rgb12. */
+ORV_API OrvErrorType OrvHasBayerPattern(uint8_t* has, OrvPixelFormatType format);
+
+/* Writes one byte: 1 for formats with full colour per pixel, else 0 (also for mosaics).
+ * -7: is is null; unknown format, and Mono10p and Rgb12. */
+ORV_API OrvErrorType OrvIsColor(uint8_t* is, OrvPixelFormatType format);
+
+/* Storage bits of a small format index, the numbering of OrvGetSIS (not PFNC; 0 is Mono8).
+ * -7: bits is null; unknown index. */
+ORV_API OrvErrorType OrvGetBitsPerPixel(uint32_t index, uint32_t* bits);
+
+/* Fills image->ImageInfo for a camera pixel format; Stride = width, Alignment = 1, Endianness = 0. Data is left alone.
+ * -7: image is null. -8: image->Size is not 56.
+ * -7 after Width, Height and Stride were written: unknown effective-bits byte; and after BitsPerPixel, too: unknown
+ * format.
+ */
+ORV_API OrvErrorType OrvSetImageInfoFromPixelFormat(OrvPixelFormatType format, uint32_t width, uint32_t height,
+                                                    OrvImage* image);
+
+/* Fills image->ImageInfo for one of the outputs 0 to 10, so that OrvImageTransform writes that output. Data is left
+ * alone. -7: image is null. -8: image->Size is not 56. -7 after Width, Height and Stride were written: output above 10.
+ */
+ORV_API OrvErrorType OrvSetImageInfoOutput(OrvOutputCode output, uint32_t width, uint32_t height, OrvImage* image);
+
+/* Fills image->ImageInfo by name: "BGR24", "MONO8_REC709" (an output) or "PixelFormatBayerRG8" (a camera format).
+ * Case does not matter (ASCII letters). name ends with a NUL. If length is above 3 and the name begins with "Orv",
+ * these three letters are skipped; length serves no other purpose. -7: name or image is null. -8: image->Size is
+ * not 56. -7: unknown name. Then as the setter for the code found. */
+ORV_API OrvErrorType OrvSetImageInfoFromString(const char* name, uint32_t length, uint32_t width, uint32_t height,
+                                               OrvImage* image);
+
+/* ---- The general transform ----------------------------------------------------------------------------------- */
+
+/* Converts source->Data into destination->Data, as the two records say. Options: the first debayer-mode record (8-bit
+ * mosaics take every mode, Bayer 10p and 12p only 2x2, other sources ignore it); the first colour-correction record;
+ * gamma records have no effect. The LCAA, LCAAV and YUV422 debayer modes use the source buffer as scratch and overwrite
+ * it. source->Data       ceil(n * BitsPerPixel / 8) bytes; a little-endian 16-bit mono source with all 16 bits used and
+ * a colour output reads one byte more destination->Data  n times the bytes per pixel of the output (OrvOutputCode) info
+ * count records; may be null -7: an image or its Data is null; heights differ; widths differ. -8: source->Size,
+ * destination->Size is not 56. -7: the destination describes no output; -17: it is 16-bit mono, big-endian or with less
+ * than 16 bits used (unless tagged BT.709). -7: output 6 with an odd width; a source that no family takes; a debayer
+ * mode above 4 where it counts. -17: a debayer mode that the source does not offer. Then what the family function
+ * chosen refuses. With a colour-correction record, everything after -8 is that path's. */
+ORV_API OrvErrorType OrvImageTransform(const OrvImage* source, OrvImage* destination, const OrvTransformInfo* info,
+                                       uint32_t count);
+
+/* Make info a debayer-mode record; the mode is not checked here. -7: info is null. */
+ORV_API OrvErrorType OrvSetDebayerMode(OrvDebayerMode mode, OrvTransformInfo* info);
+
+/* Make info a colour-correction record with the nine floats of matrix. -7: matrix or info is null. */
+ORV_API OrvErrorType OrvSetColorCorrectionMatrix3x3(const float* matrix, OrvTransformInfo* info);
+
+/* Make info a gamma record, which no transform reads. -7: info is null. */
+ORV_API OrvErrorType OrvSetGammaCorrection(float gamma, OrvTransformInfo* info);
+
+/* ---- Mono sources -------------------------------------------------------------------------------------------- */
+
+/* Each converts n pixels. A grey value becomes colour by replication, and Mono8 BT.601 and BT.709 are alike.
+ * Works in place where a pixel of the output is no larger than one of the source. */
+
+/* 8 bits to outputs 0 to 6; output 6 gets zero chroma, and exactly 2 n bytes also for an odd n.
+ *   source n bytes
+ * -7: a buffer is null, n = 0. -17: output above 6. */
+ORV_API OrvErrorType OrvY8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* Big-endian 16 bits to outputs 0 to 5, 7, 8. Colour outputs tint blue and red by one step, by the two bits below the
+ * top eight, so that a display shows more than 256 levels. Outputs 7 and 8 copy the bytes as they are. source 2 n bytes
+ * -7: a buffer is null, n = 0. -17: output 6 or above 8. */
+ORV_API OrvErrorType OrvY16ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* 16-bit words with fewer bits used, shifted to the top, to outputs 0 to 5, 7 to 9. No record: no shift, big-endian.
+ *   source 2 n bytes
+ * -7: a buffer is null, n = 0. -17: Alignment above 1; output 6 or above 9. -1: a shift that is not 0 to 4 or 6 (so
+ * BitsUsed 11 with Alignment 1); Endianness above 1. */
+ORV_API OrvErrorType OrvY16ImageTransformEx(void* destination, const void* source, uint32_t n, OrvOutputCode output,
+                                            const OrvShiftRecord* shift);
+
+/* Mono12Packed to outputs 0 to 5, from the top eight bits of each sample.
+ *   source n / 2 * 3 bytes
+ * -7: a buffer is null, n is odd. -17: output above 5. */
+ORV_API OrvErrorType OrvY12ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* Mono10p to outputs 0 to 5, 7, 8.
+ *   source ceil(n * 10 / 8) bytes
+ * -7: a buffer is null. -17: output 6 or above 8. */
+ORV_API OrvErrorType OrvY10pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* Mono12p to outputs 0 to 5, 7, 8.
+ *   source n / 2 * 3 bytes
+ * -7: a buffer is null, n is odd. -17: output 6 or above 8. */
+ORV_API OrvErrorType OrvY12pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* ---- Bayer mosaics ------------------------------------------------------------------------------------------- */
+
+/* 8-bit mosaic to outputs 0 to 8. Every pixel takes red, green and blue from the 2x2 block whose top left corner it is,
+ * green being the truncated mean of two; the last column and the last row repeat their neighbours. Outputs 7 and 8 are
+ * the weighted sums of 8-bit values, unshifted (0..65280, 128..65408). source width * height bytes -7: a buffer is
+ * null, width or height is 0 or odd, pattern is neither 0 to 3 nor -1 (which means 3). -17: output above 8.
+ */
+ORV_API OrvErrorType OrvRaw8ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                           OrvOutputCode output, int32_t pattern);
+
+/* ---- Texts, version, platform -------------------------------------------------------------------------------- */
+
+/* The English text of a code, "return code not found" for an unknown one (still a success).
+ * Copies at most size bytes; a text that is cut has no NUL.
+ * -7: buffer is null, size is 0. -9: a known code's text was cut. */
+ORV_API OrvErrorType OrvGetErrorInfo(OrvErrorType code, char* buffer, uint32_t size);
+
+/* (a << 24) | (b << 16) | (c << 8) | d of version a.b.c.d. -7: version is null. */
+ORV_API OrvErrorType OrvGetVersion(uint32_t* version);
+
+/* How the library was built: type 0 "Release X86", 1 "X86", 2 "Release", any other "". Cut to size, always with a NUL;
+ * a size of 0 writes nothing. -7: buffer is null. */
+ORV_API OrvErrorType OrvGetApiInfoString(uint32_t type, char* buffer, uint32_t size);
+
+/* What the platform probe found. A null record returns the legacy word 0x88000002, not a negative code. */
+ORV_API OrvErrorType OrvGetTechnoInfo(OrvTechnoInfo* record);
+
+#ifdef __cplusplus
+} /* extern "C" */
+
+/* C++ linkage: these two do not check for null pointers. */
+
+/* The format's OrvPixelLayout. -7: unknown format. */
+ORV_API OrvErrorType OrvGetPixelLayout(OrvPixelLayout* layout, OrvPixelFormatType format);
+
+/* 2 (BT.601) for the six YUV formats, 0 for every other value. Never fails. */
+ORV_API OrvErrorType OrvGetColorSpace(OrvColorSpace* space, OrvPixelFormatType format);
+
+/* The older general transform: by PFNC code instead of image records, mosaics by 2x2 only. Buffers as
+ * OrvImageTransform, except that 12p sources are read as 12Packed and 16-bit ones with all bits used as big-endian. -7:
+ * a buffer is null; what OrvIsColor, OrvBitsPerPixel, OrvBitsPerPixelUsed refuse; formats no family takes here (YCbCr
+ * names, Rgb16, 10p). Then what the family function refuses. The unnamed argument is ignored. */
+ORV_API OrvErrorType OrvTransformOLD(void* destination, OrvOutputCode output, const void* source, uint32_t width,
+                                     uint32_t height, int32_t, OrvPixelFormatType format);
+#endif
+
+#endif

@@ -1,0 +1,66 @@
+// The loop for n pixels in a row, from a reader to a writer.
+//
+// A reader says how many bits a pixel has (`bits`), how many bytes behind the last pixel belong to the source as well
+// (`beyond`), and turns the bytes of N pixels into a block: get(). It touches no other bytes.
+#pragma once
+#include "kernels/table.h"
+#include "kernels/writers.h"
+
+namespace kel {
+namespace {
+
+template <int bitsPerPixel> struct Reader { static constexpr int bits = bitsPerPixel, beyond = 0; };
+
+constexpr size_t bytesFor(size_t pixels, int bits) { return (pixels * static_cast<size_t>(bits) + 7) / 8; }
+
+// The first n <= N pixels of a block.
+template <class W, class Block> INLINE void putPart(const W& write, u8* d, const Block& block, size_t n) {
+    alignas(N) u8 packed[N * W::bytes];
+    if constexpr (W::keeps) std::memcpy(packed, d, n * W::bytes);
+    write.put(packed, block);
+    std::memcpy(d, packed, n * W::bytes);
+}
+
+template <class R, class W>
+__attribute__((noinline)) void lastPixels(u8* d, const u8* s, size_t n, const R& read, const W& write) {
+    alignas(N) u8 source[bytesFor(N, R::bits) + R::beyond] = {};
+    std::memcpy(source, s, bytesFor(n, R::bits) + R::beyond);
+    putPart(write, d, read.get(source), n);
+}
+
+// Forward, and each block is read before it is written: works in place where a pixel does not grow.
+template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const R& read, const W& write) {
+    for (size_t blocks = n / N; blocks > 0; --blocks, s += N * R::bits / 8, d += N * W::bytes)
+        write.put(d, read.get(s));
+    if (n % N > 0) lastPixels(d, s, n % N, read, write);
+}
+
+template <class R, class W> void runKernel(u8* d, const u8* s, size_t n) { run(d, s, n, R(), W()); }
+template <class R, class W> void shiftedRunKernel(u8* d, const u8* s, size_t n, int shift) {
+    run(d, s, n, R(shift), W());
+}
+
+// The kernels of one reader for a list of outputs.
+template <class R, int... outputs> constexpr ByOutput<Run> runs() {
+    ByOutput<Run> table;
+    ((table.kernel[outputs] = runKernel<R, WriterOf<outputs>>), ...);
+    return table;
+}
+template <class R, int... outputs> constexpr ByOutput<ShiftedRun> shiftedRuns() {
+    ByOutput<ShiftedRun> table;
+    ((table.kernel[outputs] = shiftedRunKernel<R, WriterOf<outputs>>), ...);
+    return table;
+}
+
+// Bytes as they are; source and destination may overlap or be the same.
+template <int bytesPerPixel> void copyKernel(u8* d, const u8* s, size_t n) {
+    if (d != s) std::memmove(d, s, n * bytesPerPixel);
+}
+template <int bytesPerPixel, int... outputs> constexpr ByOutput<Run> copies() {
+    ByOutput<Run> table;
+    ((table.kernel[outputs] = copyKernel<bytesPerPixel>), ...);
+    return table;
+}
+
+} // namespace
+} // namespace kel

@@ -1,0 +1,27 @@
+// Kernel tables: plain function pointers, so that those who call them see no vector type.
+#pragma once
+#include "support/integers.h"
+
+namespace kel {
+
+using Run = void (*)(u8* destination, const u8* source, size_t pixels);
+using ShiftedRun = void (*)(u8* destination, const u8* source, size_t pixels, int shift);
+using Mosaic = void (*)(u8* destination, const u8* source, size_t width, size_t height, unsigned phase);
+
+constexpr unsigned outputCount = 11;
+
+// One kernel per OrvOutputCode; null: not offered.
+template <class Kernel> struct ByOutput {
+    Kernel kernel[outputCount] = {};
+
+    constexpr Kernel operator[](u32 output) const { return output < outputCount ? kernel[output] : nullptr; }
+
+    // Both tables in one; they have no output in common.
+    friend constexpr ByOutput operator|(ByOutput a, const ByOutput& b) {
+        for (unsigned i = 0; i < outputCount; ++i)
+            if (b.kernel[i]) a.kernel[i] = b.kernel[i];
+        return a;
+    }
+};
+
+} // namespace kel

@@ -1,0 +1,131 @@
+// One writer per output: put() packs a block of N pixels into N * bytes of destination.
+//
+// To add an output: write its writer and give it a line in writerOf.
+#pragma once
+#include "kernels/pixels.h"
+
+namespace kel {
+namespace {
+
+// `keeps`: put() reads the destination, because it leaves some of its bytes alone.
+
+enum class Order { rgb, bgr };
+
+template <Order order> struct Packed24 {
+    static constexpr int bytes = 3;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Rgb p) {
+        order == Order::rgb ? store3<1>(d, 3 * L, p.r, p.g, p.b) : store3<1>(d, 3 * L, p.b, p.g, p.r);
+    }
+    static INLINE void put(u8* d, Grey p) { store3<1>(d, 3 * L, p.v); }
+    template <class Deep> static INLINE void put(u8* d, Deep p) { put(d, to8(p)); }
+};
+
+// The fourth byte stays as it was.
+template <Order order> struct Packed32 {
+    static constexpr int bytes = 4;
+    static constexpr bool keeps = true;
+    static INLINE void put(u8* d, Rgb p) {
+        const Bytes first = order == Order::rgb ? p.r : p.b, third = order == Order::rgb ? p.b : p.r;
+        const Bytes low = zip<1, 0>(first, p.g), low3 = zip<1, 0>(third, third);
+        const Bytes high = zip<1, 1>(first, p.g), high3 = zip<1, 1>(third, third);
+        putQuarter(d, zip<2, 0>(low, low3));
+        putQuarter(d + L, zip<2, 1>(low, low3));
+        putQuarter(d + 2 * L, zip<2, 0>(high, high3));
+        putQuarter(d + 3 * L, zip<2, 1>(high, high3));
+    }
+    static INLINE void put(u8* d, Grey p) {
+        putQuarter(d, permute(p.v, [](int i) { return i / 4; }));
+        putQuarter(d + L, permute(p.v, [](int i) { return (L + i) / 4; }));
+        putQuarter(d + 2 * L, permute(p.v, [](int i) { return (2 * L + i) / 4; }));
+        putQuarter(d + 3 * L, permute(p.v, [](int i) { return (3 * L + i) / 4; }));
+    }
+    template <class Deep> static INLINE void put(u8* d, Deep p) { put(d, to8(p)); }
+
+private:
+    static INLINE void putQuarter(u8* d, Bytes v) {
+#if defined(__AVX512BW__)
+        _mm512_mask_storeu_epi8(d, 0x7777777777777777u, as<__m512i>(v));
+#else
+        storeLanes(d, 4 * L, blend([](int i) { return i % 4 == 3; }, loadLanes(d, 4 * L), v));
+#endif
+    }
+};
+
+template <Weights k> struct Mono8 {
+    static constexpr int bytes = 1;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Rgb p) { store(d, highBytes(weigh<k>(p))); }
+    static INLINE void put(u8* d, Rgb16 p) { store(d, highBytes(weigh<k>(p))); }
+    static INLINE void put(u8* d, Grey p) { store(d, p.v); }
+    static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
+};
+
+template <Weights k> struct Mono16 {
+    static constexpr int bytes = 2;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Rgb p) {
+        const Split sum = weigh<k>(p);
+        const Bytes even = as<Bytes>(sum.even), odd = as<Bytes>(sum.odd);
+        storeHalves(d, {as<Words>(zip<2, 0>(even, odd)), as<Words>(zip<2, 1>(even, odd))});
+    }
+    static INLINE void put(u8* d, Rgb16 p) { storeHalves(d, weigh<k>(p)); }
+    static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
+};
+
+// U Y0 V Y1 for two pixels: studio-range luma, the truncated mean of the pixels' chroma.
+//   Y = ((66 R + 129 G + 25 B + 128) >> 8) + 16
+//   U = ((-38 R - 74 G + 112 B + 128) >> 8) + 128
+//   V = ((112 R - 94 G - 18 B + 128) >> 8) + 128
+// The constants after the shift go into the sum, where they keep it positive.
+struct Uyvy {
+    static constexpr int bytes = 2;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Rgb p) {
+        const Words u = pairMean(weigh<Weights{-38, -74, 112, 128 + 128 * 256}>(p));
+        const Words v = pairMean(weigh<Weights{112, -94, -18, 128 + 128 * 256}>(p));
+        putPairs(d, as<Bytes>(u | v << 8), highBytes(weigh<Weights{66, 129, 25, 128 + 16 * 256}>(p)));
+    }
+    // Grey sources get zero chroma, not a neutral one.
+    static INLINE void put(u8* d, Grey p) { putPairs(d, Bytes{}, p.v); }
+
+private:
+    static INLINE Words pairMean(Split s) { return ((s.even >> 8) + (s.odd >> 8)) >> 1; }
+    static INLINE void putPairs(u8* d, Bytes chroma, Bytes luma) {
+        storeHalves(d, {as<Words>(zip<1, 0>(chroma, luma)), as<Words>(zip<1, 1>(chroma, luma))});
+    }
+};
+
+template <Order order> struct Packed48 {
+    static constexpr int bytes = 6;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Rgb16 p) {
+        const Halves first = order == Order::rgb ? p.r : p.b, third = order == Order::rgb ? p.b : p.r;
+        store3<2>(d, 6 * L, as<Bytes>(first.a), as<Bytes>(p.g.a), as<Bytes>(third.a));
+        store3<2>(d + 3 * L, 6 * L, as<Bytes>(first.b), as<Bytes>(p.g.b), as<Bytes>(third.b));
+    }
+    static INLINE void put(u8* d, Grey16 p) {
+        store3<2>(d, 6 * L, as<Bytes>(p.v.a));
+        store3<2>(d + 3 * L, 6 * L, as<Bytes>(p.v.b));
+    }
+};
+
+// The writer of an OrvOutputCode.
+template <int output> constexpr auto writerOf() {
+    static_assert(output >= 0 && output <= 10);
+    if constexpr (output == 0) return Mono8<bt601>();
+    if constexpr (output == 1) return Packed24<Order::bgr>();
+    if constexpr (output == 2) return Packed32<Order::bgr>();
+    if constexpr (output == 3) return Packed24<Order::rgb>();
+    if constexpr (output == 4) return Packed32<Order::rgb>();
+    if constexpr (output == 5) return Mono8<bt709>();
+    if constexpr (output == 6) return Uyvy();
+    if constexpr (output == 7) return Mono16<bt601>();
+    if constexpr (output == 8) return Mono16<bt709>();
+    if constexpr (output == 9) return Packed48<Order::bgr>();
+    if constexpr (output == 10) return Packed48<Order::rgb>();
+}
+template <int output> using WriterOf = decltype(writerOf<output>());
+
+} // namespace
+} // namespace kel

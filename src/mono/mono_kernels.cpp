@@ -1,0 +1,30 @@
+// Compiled once per instruction-set level.
+#include "mono/mono_kernels.h"
+
+#include "mono/mono_readers.h"
+
+namespace kel {
+namespace {
+
+template <Endian endian> constexpr ByOutput<Run> fullDepth() {
+    return runs<Mono16MainByte<endian>, 0, 5>() | runs<Mono16Tinted<endian>, 1, 2, 3, 4>() | copies<2, 7, 8>();
+}
+
+} // namespace
+
+namespace KEL_LEVEL {
+
+extern const MonoKernels monoKernels;
+constexpr MonoKernels monoKernels{
+    .y8 = copies<1, 0, 5>() | runs<Mono8Reader, 1, 2, 3, 4, 6>(),
+    .y16BigEndian = fullDepth<Endian::big>(),
+    .y16LittleEndian = fullDepth<Endian::little>(),
+    .y16Shifted = {shiftedRuns<Mono16Shifted<Endian::little>, 0, 1, 2, 3, 4, 5, 7, 8, 9>(),
+                   shiftedRuns<Mono16Shifted<Endian::big>, 0, 1, 2, 3, 4, 5, 7, 8, 9>()},
+    .y12 = runs<Top12, 0, 1, 2, 3, 4, 5>(),
+    .y10p = runs<Packed<Bits10>, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .y12p = runs<Packed<Bits12>, 0, 1, 2, 3, 4, 5, 7, 8>(),
+};
+
+} // namespace KEL_LEVEL
+} // namespace kel

@@ -1,0 +1,18 @@
+// The kernels of the mono families, by output.
+#pragma once
+#include "kernels/level.h"
+#include "kernels/table.h"
+
+namespace kel {
+
+struct MonoKernels {
+    ByOutput<Run> y8;
+    ByOutput<Run> y16BigEndian, y16LittleEndian; // all 16 bits used
+    ByOutput<ShiftedRun> y16Shifted[2];          // by Endianness
+    ByOutput<Run> y12;                           // 12Packed
+    ByOutput<Run> y10p, y12p;
+};
+
+KEL_KERNEL_TABLE(MonoKernels, monoKernels)
+
+} // namespace kel

@@ -1,0 +1,56 @@
+// Readers of the mono sources of whole bytes. (Bit-packed ones: kernels/packed_samples.h.)
+#pragma once
+#include "kernels/packed_samples.h"
+#include "kernels/runs.h"
+
+namespace kel {
+namespace {
+
+struct Mono8Reader : Reader<8> {
+    static INLINE Grey get(const u8* s) { return {load(s)}; }
+};
+
+// The even (0) or odd (1) bytes of N words.
+template <int odd> INLINE Bytes bytesOfWords(const u8* s) {
+    return unzip<odd>(loadLanes(s, 2 * L), loadLanes(s + L, 2 * L));
+}
+
+enum class Endian { little, big };
+
+// 16 bits used: the high byte is the grey value.
+template <Endian endian> struct Mono16MainByte : Reader<16> {
+    static INLINE Grey get(const u8* s) { return {bytesOfWords<endian == Endian::little>(s)}; }
+};
+
+// 16 bits used, in colour: blue goes up one step by bit 6 of a fraction byte and red by bit 7, so that a display shows
+// more than 256 grey levels. (In the luma outputs the steps vanish: 77 + 29 and 54 + 18 + 128 stay below 256.)
+// The big-endian fraction is the sample's low byte; the little-endian one is the byte after the main byte, which
+// belongs to the next sample, so one byte behind the last sample is read.
+template <Endian endian> struct Mono16Tinted : Reader<16> {
+    static constexpr int beyond = endian == Endian::little;
+    static INLINE Rgb get(const u8* s) {
+        const Bytes main = bytesOfWords<endian == Endian::little>(s);
+        const Bytes fraction = endian == Endian::little ? bytesOfWords<1>(s + 1) : bytesOfWords<1>(s);
+        const Bytes step = select(as<Bytes>(main == 255), Bytes{}, Bytes{} + static_cast<u8>(1));
+        return {main + (fraction >> 7 & step), main, main + (fraction >> 6 & step)};
+    }
+};
+
+// Fewer bits used: shifted to the top.
+template <Endian endian> struct Mono16Shifted : Reader<16> {
+    int shift;
+    INLINE explicit Mono16Shifted(int by) : shift(by) {}
+    INLINE Grey16 get(const u8* s) const {
+        const Halves words = loadHalves(s);
+        return {{normalised(words.a), normalised(words.b)}};
+    }
+
+private:
+    INLINE Words normalised(Words w) const {
+        if constexpr (endian == Endian::big) w = w << 8 | w >> 8;
+        return w << static_cast<u16>(shift);
+    }
+};
+
+} // namespace
+} // namespace kel
