@@ -169,20 +169,23 @@ INLINE Words times(Words v, int k) {
     return v * factor;
 }
 
-// The mean, rounded down.
-template <class V> INLINE V mean(V a, V b) { return (a & b) + ((a ^ b) >> 1); }
-
 #if defined(__AVX512BW__)
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(_mm512_mulhi_epi16(as<__m512i>(a), as<__m512i>(b))); }
 INLINE Bytes saturate(Ints a, Ints b) { return as<Bytes>(_mm512_packus_epi16(as<__m512i>(a), as<__m512i>(b))); }
 INLINE Words pairSums(Bytes v, Words k) { return as<Words>(_mm512_maddubs_epi16(as<__m512i>(v), as<__m512i>(k))); }
+INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(_mm512_avg_epu8(as<__m512i>(a), as<__m512i>(b))); }
+INLINE Words meanUp(Words a, Words b) { return as<Words>(_mm512_avg_epu16(as<__m512i>(a), as<__m512i>(b))); }
 #elif defined(__AVX2__)
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(_mm256_mulhi_epi16(as<__m256i>(a), as<__m256i>(b))); }
 INLINE Bytes saturate(Ints a, Ints b) { return as<Bytes>(_mm256_packus_epi16(as<__m256i>(a), as<__m256i>(b))); }
 INLINE Words pairSums(Bytes v, Words k) { return as<Words>(_mm256_maddubs_epi16(as<__m256i>(v), as<__m256i>(k))); }
+INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(_mm256_avg_epu8(as<__m256i>(a), as<__m256i>(b))); }
+INLINE Words meanUp(Words a, Words b) { return as<Words>(_mm256_avg_epu16(as<__m256i>(a), as<__m256i>(b))); }
 #else
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(_mm_mulhi_epi16(as<__m128i>(a), as<__m128i>(b))); }
 INLINE Bytes saturate(Ints a, Ints b) { return as<Bytes>(_mm_packus_epi16(as<__m128i>(a), as<__m128i>(b))); }
+INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(_mm_avg_epu8(as<__m128i>(a), as<__m128i>(b))); }
+INLINE Words meanUp(Words a, Words b) { return as<Words>(_mm_avg_epu16(as<__m128i>(a), as<__m128i>(b))); }
 #if defined(__SSSE3__)
 INLINE Words pairSums(Bytes v, Words k) { return as<Words>(_mm_maddubs_epi16(as<__m128i>(v), as<__m128i>(k))); }
 #else
@@ -196,6 +199,10 @@ INLINE Words pairSums(Bytes v, Words k) {
 // mulHigh:  the high words of signed products.
 // saturate: words clamped to 0..255, a then b, 16 bytes at a time.
 // pairSums: for each word, low byte of v * low byte of k + high byte of v * high byte of k; v unsigned, k signed.
+// meanUp:   (a + b + 1) >> 1.
+
+// (a + b) >> 1
+template <class V> INLINE V mean(V a, V b) { return meanUp(a, b) - ((a ^ b) & 1); }
 
 // Both halves clamped to 0..255, bytes back in order.
 INLINE Bytes clamp(Ints even, Ints odd) {

@@ -1,0 +1,54 @@
+#include "bench/measure.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ctime>
+
+namespace bench {
+
+namespace {
+
+double cpuSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+double secondsFor(const std::function<void()>& run, int calls) {
+    const double start = cpuSeconds();
+    for (int i = 0; i < calls; ++i) run();
+    return cpuSeconds() - start;
+}
+
+// How many calls fill a turn; warms caches and page tables as well.
+int callsPerTurn(const std::function<void()>& run, double seconds) {
+    run();
+    const double once = std::max(secondsFor(run, 1), 1e-7);
+    return std::max(1, static_cast<int>(std::lround(seconds / once)));
+}
+
+} // namespace
+
+std::vector<double> measure(const std::vector<Contestant>& contestants, Effort effort) {
+    const std::size_t count = contestants.size();
+    std::vector<int> calls;
+    for (const Contestant& contestant : contestants)
+        calls.push_back(callsPerTurn(contestant.run, effort.secondsPerTurn));
+
+    std::vector<std::vector<double>> times(count);
+    for (int round = 0; round < effort.rounds; ++round)
+        for (std::size_t turn = 0; turn < count; ++turn) {
+            const std::size_t i = (turn + static_cast<std::size_t>(round)) % count;
+            times[i].push_back(secondsFor(contestants[i].run, calls[i]) / calls[i]);
+        }
+
+    std::vector<double> result;
+    for (std::vector<double>& samples : times) {
+        const auto quartile = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 4);
+        std::nth_element(samples.begin(), quartile, samples.end());
+        result.push_back(*quartile);
+    }
+    return result;
+}
+
+} // namespace bench

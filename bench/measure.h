@@ -1,0 +1,23 @@
+// Timing several ways to do one job against each other, in one process.
+#pragma once
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+struct Contestant {
+    std::string name;
+    std::function<void()> run;
+};
+
+struct Effort {
+    int rounds;
+    double secondsPerTurn;
+};
+
+// Seconds of CPU time per call of each contestant. They take turns, in rotating order, each for about secondsPerTurn;
+// the result is the lower quartile of the rounds, which is steadier on a shared machine than the median.
+std::vector<double> measure(const std::vector<Contestant>& contestants, Effort effort);
+
+} // namespace bench
