@@ -330,6 +330,73 @@ ORV_API OrvErrorType OrvY10pImageTransform(void* destination, const void* source
  * -7: a buffer is null, n is odd. -17: output 6 or above 8. */
 ORV_API OrvErrorType OrvY12pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
 
+/* ---- RGB sources --------------------------------------------------------------------------------------------- */
+
+/* RGB8 (R G B), BGR8 (B G R), RGBA8 (R G B A), BGRA8 (B G R A) to outputs 0 to 5. Alpha is copied from RGBA8 to BGRA32 and
+ * RGBA32 and from BGRA8 to BGRA32 and RGBA32; 3-byte sources leave the fourth byte alone. n may be 0.
+ * Works in place where a pixel of the output is no larger than one of the source; the same format is a plain copy, for
+ * which the buffers may overlap in any way.
+ *   source 3 n or 4 n bytes
+ * -7: a buffer is null. -17: output above 5. */
+ORV_API OrvErrorType OrvRGB8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API OrvErrorType OrvBGR8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API OrvErrorType OrvRGBA8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API OrvErrorType OrvBGRA8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* RGB8 to Mono8 as trunc((0.21 R + 0.72 G) + 0.07 B) in double precision: not the weights of output 0 or 5, and white
+ * becomes 254. n may be 0.
+ *   destination n bytes, source 3 n bytes
+ * -7: a buffer is null. */
+ORV_API OrvErrorType OrvRGB8ToY8(void* destination, const void* source, uint32_t n);
+
+/* RGB8 to BGR24; works in place. n may be 0.
+ *   destination 3 n bytes, source 3 n bytes, of which (3 n) modulo 2^32 are read
+ * -7: a buffer is null. */
+ORV_API OrvErrorType OrvRGB8ToBGR(void* destination, const void* source, uint32_t n);
+
+/* ---- YUV sources --------------------------------------------------------------------------------------------- */
+
+/* 8-bit full-range YUV to outputs 0 to 5; the Mono8 outputs weigh the colours, they do not copy Y. With u = U - 128,
+ * v = V - 128: B = Y + trunc(1.771 u), G = Y + trunc(-0.3457 u) + trunc(-0.7144 v), R = Y + trunc(1.4022 v), clamped.
+ *   source n * 3 / 2 bytes (4:1:1: U Y Y V Y Y), 2 n (4:2:2: U Y V Y), 3 n (4:4:4: U Y V)
+ * -7: a buffer is null; 4:1:1: n below 2 or no multiple of 4; 4:2:2: n below 2 or odd. (4:4:4 takes any n, also 0.)
+ * -17: output above 5. */
+ORV_API OrvErrorType OrvYUV411ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API OrvErrorType OrvYUV422ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API OrvErrorType OrvYUV444ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* The same to BGR24, 3 n bytes. -7: a buffer is null, or n as above; 4:4:4: n = 0. */
+ORV_API OrvErrorType OrvYUV411ToBGR(void* destination, const void* source, uint32_t n);
+ORV_API OrvErrorType OrvYUV422ToBGR(void* destination, const void* source, uint32_t n);
+ORV_API OrvErrorType OrvYUV444ToBGR(void* destination, const void* source, uint32_t n);
+
+/* ---- Planes -------------------------------------------------------------------------------------------------- */
+
+/* Colour split into planes of n = width * height bytes each. The planes must not overlap. y may be null: no luma plane.
+ * From RGB8, Y = trunc((0.299 R + 0.587 G) + 0.114 B) in double precision; from YUV, Y is the source's.
+ * From 4:2:2 the colours are those of the other YUV outputs. From 4:1:1 and 4:4:4 the sums are truncated instead of the
+ * products, and green's offset is clamped to -128..127, so a colour can differ by one, a saturated green by more.
+ *   source 3 n bytes (RGB8, 4:4:4), 2 n (4:2:2), n * 3 / 2 (4:1:1)
+ * -7: r, g, b or source is null; 4:1:1: width is no multiple of 4; 4:2:2: width is odd. A size of 0 writes nothing. */
+ORV_API OrvErrorType OrvRGB8ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                         uint32_t height);
+ORV_API OrvErrorType OrvYUV411ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                           uint32_t height);
+ORV_API OrvErrorType OrvYUV422ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                           uint32_t height);
+ORV_API OrvErrorType OrvYUV444ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                           uint32_t height);
+
+/* The same without luma, with other checks of the size.
+ * -7: a buffer is null; 4:1:1: width is no multiple of 4; 4:2:2: width or height below 2, width is odd; 4:4:4: width or
+ * height is 0. */
+ORV_API OrvErrorType OrvYUV411ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
+                                          uint32_t height);
+ORV_API OrvErrorType OrvYUV422ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
+                                          uint32_t height);
+ORV_API OrvErrorType OrvYUV444ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
+                                          uint32_t height);
+
 /* ---- Bayer mosaics ------------------------------------------------------------------------------------------- */
 
 /* 8-bit mosaic to outputs 0 to 8. Every pixel takes red, green and blue from the 2x2 block whose top left corner it is,

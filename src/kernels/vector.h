@@ -150,6 +150,26 @@ template <int unit> INLINE void store3(u8* d, size_t step, Bytes v) {
     storeLanes(d + 2 * L, step, permute(v, [](int p) { return (2 * L + p) / unit / 3 * unit + p % unit; }));
 }
 
+template <int plane> INLINE Bytes collect3(Bytes v0, Bytes v1, Bytes v2) {
+    const Bytes gathered = blend([](int p) { return planeAt(0, p, 1) == plane; }, v0,
+                                 blend([](int p) { return planeAt(1, p, 1) == plane; }, v1, v2));
+    return permute(gathered, [](int i) { return (3 * i + plane) % L; });
+}
+// Three planes of bytes out of 3 L bytes a lane.
+INLINE void load3(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
+    const Bytes v0 = loadLanes(s, 3 * L), v1 = loadLanes(s + L, 3 * L), v2 = loadLanes(s + 2 * L, 3 * L);
+    a = collect3<0>(v0, v1, v2), b = collect3<1>(v0, v1, v2), c = collect3<2>(v0, v1, v2);
+}
+
+// Planes 0, 1 and 2 of four out of 4 L bytes a lane.
+INLINE void load4(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
+    const Bytes v0 = loadLanes(s, 4 * L), v1 = loadLanes(s + L, 4 * L);
+    const Bytes v2 = loadLanes(s + 2 * L, 4 * L), v3 = loadLanes(s + 3 * L, 4 * L);
+    const Bytes ac0 = unzip<0>(v0, v1), ac1 = unzip<0>(v2, v3);
+    a = unzip<0>(ac0, ac1), c = unzip<1>(ac0, ac1);
+    b = unzip<0>(unzip<1>(v0, v1), unzip<1>(v2, v3));
+}
+
 // ---- Arithmetic
 
 // Bytes widened to words as even and odd positions: masks and shifts, no shuffles.

@@ -1,0 +1,28 @@
+// The kernels of the colour sources.
+#pragma once
+#include "kernels/level.h"
+#include "kernels/table.h"
+
+namespace kel {
+
+struct PlaneBytes {
+    u8 *r, *g, *b, *y; // y: only where there is a luma plane
+};
+using Planes = void (*)(const PlaneBytes& planes, const u8* source, size_t pixels);
+
+struct PlaneKernels {
+    Planes withoutLuma, withLuma;
+};
+
+struct ColorKernels {
+    // by output
+    ByOutput<Run> rgb8, bgr8, rgba8, bgra8;
+    ByOutput<Run> yuv411, yuv422, yuv444;
+
+    Run rgb8ToY8;
+    PlaneKernels rgb8Planes, yuv411Planes, yuv422Planes, yuv444Planes;
+};
+
+KEL_KERNEL_TABLE(ColorKernels, colorKernels)
+
+} // namespace kel

@@ -1,0 +1,63 @@
+// Packed colour split into planes.
+//
+// A splitter gets N pixels as colours and, if wanted, luma.
+#pragma once
+#include "color/color_kernels.h"
+#include "color/double_luma.h"
+#include "color/rgb_readers.h"
+#include "color/yuv_readers.h"
+
+namespace kel {
+namespace {
+
+struct PlaneBlock {
+    Rgb colours;
+    Bytes luma;
+};
+
+struct RgbSplitter : Reader<24> {
+    template <bool withLuma> static INLINE PlaneBlock get(const u8* s) {
+        const Rgb colours = Rgb24Reader<Order::rgb>::get(s);
+        return {colours, withLuma ? doubleLuma<planeWeights>(colours) : Bytes{}};
+    }
+};
+
+template <class Layout, class Rule> struct YuvSplitter : Reader<Layout::bits> {
+    template <bool withLuma> static INLINE PlaneBlock get(const u8* s) {
+        const Yuv samples = Layout::samples(s);
+        return {coloursOf<Rule>(samples), samples.luma};
+    }
+};
+
+template <bool withLuma> INLINE void putPlanes(const PlaneBytes& to, const PlaneBlock& block) {
+    store(to.r, block.colours.r);
+    store(to.g, block.colours.g);
+    store(to.b, block.colours.b);
+    if constexpr (withLuma) store(to.y, block.luma);
+}
+
+template <class Splitter, bool withLuma> void planesKernel(const PlaneBytes& planes, const u8* s, size_t n) {
+    PlaneBytes to = planes;
+    const auto forward = [&to](size_t pixels) {
+        to.r += pixels, to.g += pixels, to.b += pixels;
+        if constexpr (withLuma) to.y += pixels;
+    };
+    for (; n >= N; n -= N, s += N * Splitter::bits / 8, forward(N))
+        putPlanes<withLuma>(to, Splitter::template get<withLuma>(s));
+    if (n == 0) return;
+
+    alignas(N) u8 source[bytesFor(N, Splitter::bits)] = {}, r[N], g[N], b[N], y[N];
+    std::memcpy(source, s, bytesFor(n, Splitter::bits));
+    putPlanes<withLuma>({r, g, b, y}, Splitter::template get<withLuma>(source));
+    std::memcpy(to.r, r, n);
+    std::memcpy(to.g, g, n);
+    std::memcpy(to.b, b, n);
+    if constexpr (withLuma) std::memcpy(to.y, y, n);
+}
+
+template <class Splitter> constexpr PlaneKernels planes() {
+    return {.withoutLuma = planesKernel<Splitter, false>, .withLuma = planesKernel<Splitter, true>};
+}
+
+} // namespace
+} // namespace kel

@@ -1,0 +1,116 @@
+// Readers of the YUV families: 8 bits, full range, chroma centred on 128.
+//
+// A layout unpacks N pixels; a chroma rule says what is added to luma for blue, green and red.
+#pragma once
+#include "kernels/runs.h"
+
+namespace kel {
+namespace {
+
+// u, v: the chroma of the even and of the odd pixels. Where two pixels share theirs, both are the same vector, and the
+// compiler computes with it once.
+struct Yuv {
+    Bytes luma;
+    Split u, v;
+};
+
+// ---- Layouts
+
+// U Y V Y
+struct Yuv422Layout : Reader<16> {
+    static INLINE Yuv samples(const u8* s) {
+        const Bytes low = loadLanes(s, 2 * L), high = loadLanes(s + L, 2 * L);
+        const Split uv = widen(unzip<0>(low, high));
+        return {unzip<1>(low, high), {uv.even, uv.even}, {uv.odd, uv.odd}};
+    }
+};
+
+// U Y V
+struct Yuv444Layout : Reader<24> {
+    static INLINE Yuv samples(const u8* s) {
+        Bytes u, y, v;
+        load3(s, u, y, v);
+        return {y, widen(u), widen(v)};
+    }
+};
+
+// U Y Y V Y Y
+struct Yuv411Layout : Reader<12> {
+    static INLINE Yuv samples(const u8* s) {
+        // u v u v: one pair for each two pixels
+        const Split uv = widen(pick(s, [](int i) { return i % 2 * 3; }));
+        return {pick(s, [](int i) { return i < 2 ? i + 1 : i + 2; }), {uv.even, uv.even}, {uv.odd, uv.odd}};
+    }
+
+private:
+    // Bytes of each group of six, for the four positions of a group of pixels.
+    template <class At> static INLINE Bytes pick(const u8* s, At at) {
+        const Bytes low = loadLanes(s, L * 3 / 2), high = loadLanes(s + L / 2, L * 3 / 2);
+        return shuffle(low, high, [=](int i) {
+            const int byte = i / 4 * 6 + at(i % 4);
+            return byte < L ? byte : byte - L / 2 + L;
+        });
+    }
+};
+
+// ---- Chroma rules, with u = U - 128 and v = V - 128
+
+struct Chroma {
+    Ints b, g, r;
+};
+
+// x c rounded down, for x = -128..127: the high word of 4 x times 16384 c. With 14 fraction bits the product lies on
+// the right side of every integer, for the four factors below.
+INLINE Ints productDown(Ints x, int k) { return mulHigh(x << 2, as<Ints>(fill(k))); }
+INLINE Ints productTowardZero(Ints x, int k) { return productDown(x, k) - (x >> 15); }
+constexpr int blueFromU = 29016;  // 1.771
+constexpr int greenFromU = 5664;  // 0.3457
+constexpr int redFromV = 22974;   // 1.4022
+constexpr int greenFromV = 11705; // 0.7144
+
+// Each product is truncated on its own:
+//   B = Y + trunc(1.771 u), G = Y + trunc(-0.3457 u) + trunc(-0.7144 v), R = Y + trunc(1.4022 v), clamped to 0..255
+struct TruncatedProducts {
+    static INLINE Chroma of(Ints u, Ints v) {
+        return {productTowardZero(u, blueFromU), -productTowardZero(u, greenFromU) - productTowardZero(v, greenFromV),
+                productTowardZero(v, redFromV)};
+    }
+};
+
+// The sums are truncated, and green's offset is a signed byte:
+//   B = trunc(Y + 1.771 u), G = Y + trunc(-0.3457 u - 0.7144 v), R = trunc(Y + 1.4022 v), clamped to 0..255
+// For B and R that is Y plus the product rounded down, because Y is whole and the clamp takes what is below 0.
+struct TruncatedSums {
+    static INLINE Chroma of(Ints u, Ints v) {
+        return {productDown(u, blueFromU), greenOffset(u, v), productDown(v, redFromV)};
+    }
+
+private:
+    // In 32 bits, as a plain loop. The fractions are exact here: no double sum is closer to an integer than 1 / 10000.
+    static INLINE Ints greenOffset(Ints u, Ints v) {
+        constexpr int count = N / 2;
+        alignas(N) i16 x[count], y[count], offset[count];
+        store(x, u), store(y, v);
+        for (int i = 0; i < count; ++i) {
+            const int whole = -(3457 * x[i] + 7144 * y[i]) / 10000;
+            offset[i] = static_cast<i16>(whole < -128 ? -128 : whole > 127 ? 127 : whole);
+        }
+        return load<Ints>(offset);
+    }
+};
+
+template <class Rule> INLINE Rgb coloursOf(const Yuv& p) {
+    const Split y = widen(p.luma);
+    const Ints yEven = as<Ints>(y.even), yOdd = as<Ints>(y.odd);
+    const Chroma even = Rule::of(as<Ints>(p.u.even) - 128, as<Ints>(p.v.even) - 128);
+    const Chroma odd = Rule::of(as<Ints>(p.u.odd) - 128, as<Ints>(p.v.odd) - 128);
+    return {clamp(yEven + even.r, yOdd + odd.r), clamp(yEven + even.g, yOdd + odd.g),
+            clamp(yEven + even.b, yOdd + odd.b)};
+}
+
+template <class Layout> struct YuvReader : Reader<Layout::bits> {
+    static INLINE Rgb get(const u8* s) { return coloursOf<TruncatedProducts>(Layout::samples(s)); }
+};
+
+} // namespace
+} // namespace kel
