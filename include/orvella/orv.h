@@ -399,13 +399,60 @@ ORV_API OrvErrorType OrvYUV444ToRGBPlanes(void* r, void* g, void* b, const void*
 
 /* ---- Bayer mosaics ------------------------------------------------------------------------------------------- */
 
-/* 8-bit mosaic to outputs 0 to 8. Every pixel takes red, green and blue from the 2x2 block whose top left corner it is,
- * green being the truncated mean of two; the last column and the last row repeat their neighbours. Outputs 7 and 8 are
- * the weighted sums of 8-bit values, unshifted (0..65280, 128..65408). source width * height bytes -7: a buffer is
- * null, width or height is 0 or odd, pattern is neither 0 to 3 nor -1 (which means 3). -17: output above 8.
- */
+/* Every pixel of the 2x2 demosaic takes red, green and blue from the 2x2 block whose top left corner it is, green being the
+ * truncated mean of two; the last column and the last row repeat their neighbours (the last row with its fourth bytes).
+ * pattern is an OrvBayerPattern, 0 to 3, or -1, which means 3.
+ * Refusals of all mosaics: -7: a buffer is null, width or height is 0 or odd, pattern is none of these. -17: an output that
+ * is not offered. */
+
+/* 8 bits, 2x2, to outputs 0 to 8. Outputs 7 and 8 are the weighted sums of 8-bit values, unshifted (0..65280, 128..65408).
+ *   source n bytes */
 ORV_API OrvErrorType OrvRaw8ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
                                            OrvOutputCode output, int32_t pattern);
+
+/* 8 bits, bilinear from the 3x3 neighbourhood, to outputs 0 to 5, 7, 8. The border repeats its neighbours, whole pixels
+ * with their fourth bytes. Height 2 gives zeros; width 2 repeats what the destination's first column held.
+ *   source n bytes */
+ORV_API OrvErrorType OrvRaw8ImageTransform_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
+                                               OrvOutputCode output, int32_t pattern);
+
+/* 8 bits, 2x2, then chroma filtered against colour aliasing, to outputs 0 to 5, 7, 8: over four pixels of a row (LCAA), over
+ * four pixels of two rows (LCAAV), over two pixels (YUV422). Each half of the rows is filtered by itself.
+ * The source is overwritten: in the end it holds the lower half of the image as U Y V Y.
+ * These calls allocate a few lines of scratch memory; without memory they return 0 and write nothing.
+ *   source n bytes */
+ORV_API OrvErrorType OrvRaw8ImageTransform_IntLCAA(void* destination, void* source, uint32_t width, uint32_t height,
+                                                   OrvOutputCode output, int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ImageTransform_IntLCAAV(void* destination, void* source, uint32_t width, uint32_t height,
+                                                    OrvOutputCode output, int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ImageTransform_IntYUV422(void* destination, void* source, uint32_t width, uint32_t height,
+                                                     OrvOutputCode output, int32_t pattern);
+
+/* 10p and 12p, 2x2, to outputs 0 to 5, 7, 8; all bits of the samples count.
+ *   source height rows of width * 10 / 8 (rounded down) or width * 12 / 8 bytes; where width is no multiple of 4, the last
+ *   10p sample of a row reaches a byte further, within ceil(n * 10 / 8) bytes */
+ORV_API OrvErrorType OrvRaw10pImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                             OrvOutputCode output, int32_t pattern);
+ORV_API OrvErrorType OrvRaw12pImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                             OrvOutputCode output, int32_t pattern);
+
+/* 12Packed, 2x2, to outputs 0 to 5, 7, 8, from the top eight bits of each sample.
+ *   source n / 2 * 3 bytes */
+ORV_API OrvErrorType OrvRaw12ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                            OrvOutputCode output, int32_t pattern);
+
+/* Big-endian 16 bits, 2x2, to outputs 0 to 5, from the first byte of each sample.
+ *   source 2 n bytes */
+ORV_API OrvErrorType OrvRaw16ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                            OrvOutputCode output, int32_t pattern);
+
+/* 16-bit words, shifted to the top, 2x2, to outputs 0 to 5, 7, 8 from the top eight bits and to output 9 from all 16.
+ * record->BayerPattern: 1 and 2 are exchanged as elsewhere; of any other value the two low bits count.
+ *   source 2 n bytes
+ * -7: a buffer is null, width or height is 0 or odd, record is null. -17: output 6 or above 9; Alignment above 1.
+ * -1: a shift that is not 0 to 4 or 6 (so BitsUsed 11 with Alignment 1); Endianness above 1. */
+ORV_API OrvErrorType OrvRaw16ImageTransformEx(void* destination, const void* source, uint32_t width, uint32_t height,
+                                              OrvOutputCode output, const OrvShiftRecord* record);
 
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 

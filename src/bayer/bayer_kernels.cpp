@@ -2,12 +2,35 @@
 #include "bayer/bayer_kernels.h"
 
 #include "bayer/bayer_readers.h"
+#include "bayer/mosaic3x3.h"
+#include "bayer/mosaic_filtered.h"
+#include "kernels/packed_samples.h"
 
-namespace kel::KEL_LEVEL {
+namespace kel {
+namespace {
+
+template <Endian endian> constexpr ByOutput<ShiftedMosaic> shifted16() {
+    return shiftedMosaics2x2<Raw16TopBits<endian>, 0, 1, 2, 3, 4, 5, 7, 8>() |
+           shiftedMosaics2x2<Raw16Samples<endian>, 9>();
+}
+
+} // namespace
+
+namespace KEL_LEVEL {
 
 extern const BayerKernels bayerKernels;
 constexpr BayerKernels bayerKernels{
     .raw8 = mosaics2x2<Raw8Samples, 0, 1, 2, 3, 4, 5, 6, 7, 8>(),
+    .raw8_3x3 = mosaics3x3<0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw8Lcaa = filteredMosaics<LcaaFilter, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw8Lcaav = filteredMosaics<LcaavFilter, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw8Yuv422 = filteredMosaics<PairFilter, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw10p = mosaics2x2<Packed<Bits10>, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw12p = mosaics2x2<Packed<Bits12>, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw12 = mosaics2x2<Top12, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .raw16 = mosaics2x2<Raw16FirstByte, 0, 1, 2, 3, 4, 5>(),
+    .raw16Shifted = {shifted16<Endian::little>(), shifted16<Endian::big>()},
 };
 
-} // namespace kel::KEL_LEVEL
+} // namespace KEL_LEVEL
+} // namespace kel

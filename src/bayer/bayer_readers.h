@@ -1,6 +1,7 @@
 // Sample readers of the mosaics of whole bytes. (Bit-packed ones: kernels/packed_samples.h.)
 #pragma once
 #include "kernels/mosaic2x2.h"
+#include "kernels/words.h"
 
 namespace kel {
 namespace {
@@ -8,6 +9,28 @@ namespace {
 struct Raw8Samples : Reader<8> {
     static constexpr int group = 2;
     template <int from> static INLINE Bytes samples(const u8* s) { return load(s + from); }
+};
+
+// The first byte of each word: the top eight bits of a big-endian sample.
+struct Raw16FirstByte : Reader<16> {
+    static constexpr int group = 2;
+    template <int from> static INLINE Bytes samples(const u8* s) { return bytesOfWords<0>(s + 2 * from); }
+};
+
+// Words shifted to the top.
+template <Endian endian> struct Raw16Samples : Reader<16> {
+    static constexpr int group = 2;
+    int shift;
+    INLINE explicit Raw16Samples(int by) : shift(by) {}
+    template <int from> INLINE Halves samples(const u8* s) const { return loadShifted<endian>(s + 2 * from, shift); }
+};
+
+// The top eight of the used bits.
+template <Endian endian> struct Raw16TopBits : Raw16Samples<endian> {
+    using Raw16Samples<endian>::Raw16Samples;
+    template <int from> INLINE Bytes samples(const u8* s) const {
+        return highBytes(Raw16Samples<endian>::template samples<from>(s));
+    }
 };
 
 } // namespace

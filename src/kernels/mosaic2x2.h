@@ -66,52 +66,68 @@ template <class Plane> INLINE auto demosaic2x2(const Blocks<Plane>& s, Plane red
 
 struct RowPair {
     const u8 *red, *blue;
+
+    template <class S> INLINE RowPair from(size_t x) const { return {red + x * S::bits / 8, blue + x * S::bits / 8}; }
 };
 
-// The last 1 to N pixels of a row, or a row of less than N, through buffers.
-template <class S, class W, class Plane>
-__attribute__((noinline)) void endOfRow2x2(u8* d, RowPair row, size_t n, const S& read, const W& write, Plane redLeft) {
-    alignas(N) u8 red[bytesFor(N, S::bits)] = {}, blue[bytesFor(N, S::bits)] = {};
-    std::memcpy(red, row.red, bytesFor(n, S::bits));
-    std::memcpy(blue, row.blue, bytesFor(n, S::bits));
-    const Plane a = read.template samples<0>(red), c = read.template samples<0>(blue);
-    auto pixels = demosaic2x2<Plane>({a, next(a), c, next(c)}, redLeft);
-    repeat(pixels, n - 1);
-    putPart(write, d, pixels, n);
+// The pair of source rows y and y + 1, `pitch` bytes long each.
+INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
+    const u8 *top = s + y * pitch, *bottom = top + pitch;
+    return (phase / 2 + y) % 2 ? RowPair{bottom, top} : RowPair{top, bottom};
 }
 
-template <class S, class W, class Plane>
-INLINE void row2x2(u8* d, RowPair row, size_t width, const S& read, const W& write, Plane redLeft) {
-    const auto at = [&row](size_t x) { return RowPair{row.red + x * S::bits / 8, row.blue + x * S::bits / 8}; };
+// N pixels that end with the row.
+template <class S, class Plane> INLINE auto lastBlock2x2(RowPair row, size_t n, const S& read, Plane redLeft) {
+    const Plane a = read.template samples<0>(row.red), c = read.template samples<0>(row.blue);
+    auto pixels = demosaic2x2<Plane>({a, next(a), c, next(c)}, redLeft);
+    repeat(pixels, n - 1);
+    return pixels;
+}
+// The last 1 to N pixels of a row, or all of a narrow one, through buffers.
+template <class S, class Sink, class Plane>
+__attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, const S& read, const Sink& sink,
+                                           Plane redLeft) {
+    alignas(N) u8 red[bytesFor(N, S::bits)] = {}, blue[bytesFor(N, S::bits)] = {};
+    const RowPair from = row.from<S>(x);
+    std::memcpy(red, from.red, bytesFor(n, S::bits));
+    std::memcpy(blue, from.blue, bytesFor(n, S::bits));
+    sink.putPart(x, lastBlock2x2({red, blue}, n, read, redLeft), n);
+}
+
+// A sink takes the pixels from column x on: put() N of them, putPart() n.
+template <class S, class Sink, class Plane>
+INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, Plane redLeft) {
     size_t x = 0;
     for (; x + N < width; x += N) {
-        const auto [red, blue] = at(x);
-        write.put(d + x * W::bytes, demosaic2x2<Plane>({read.template samples<0>(red), read.template samples<1>(red),
-                                                        read.template samples<0>(blue), read.template samples<1>(blue)},
-                                                       redLeft));
+        const RowPair from = row.from<S>(x);
+        sink.put(x, demosaic2x2<Plane>({read.template samples<0>(from.red), read.template samples<1>(from.red),
+                                        read.template samples<0>(from.blue), read.template samples<1>(from.blue)},
+                                       redLeft));
     }
-    if (width >= N && (width - N) % S::group == 0) { // step back, to end with the row
-        x = width - N;
-        const auto [red, blue] = at(x);
-        const Plane a = read.template samples<0>(red), c = read.template samples<0>(blue);
-        auto pixels = demosaic2x2<Plane>({a, next(a), c, next(c)}, redLeft);
-        repeat(pixels, N - 1);
-        write.put(d + x * W::bytes, pixels);
-    } else {
-        endOfRow2x2(d + x * W::bytes, at(x), width - x, read, write, redLeft);
-    }
+    if (width >= N && (width - N) % S::group == 0) // step back, to end with the row
+        sink.put(width - N, lastBlock2x2(row.from<S>(width - N), N, read, redLeft));
+    else
+        endOfRow2x2(row, x, width - x, read, sink, redLeft);
 }
+
+// The sink that packs a row of pixels into memory.
+template <class W> struct PackedRow {
+    u8* d;
+    const W& write;
+
+    template <class Block> INLINE void put(size_t x, const Block& block) const { write.put(d + x * W::bytes, block); }
+    template <class Block> INLINE void putPart(size_t x, const Block& block, size_t n) const {
+        kel::putPart(write, d + x * W::bytes, block, n);
+    }
+};
 
 template <class S, class W>
 INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const S& read, const W& write) {
     using Plane = decltype(read.template samples<0>(s));
     const Plane redLeft = columns<Plane>(phase % 2 == 0);
     const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
-    for (size_t y = 0; y + 1 < height; ++y, s += sourcePitch, d += pitch) {
-        const bool blueOnTop = (phase / 2 + y) % 2;
-        const RowPair row{blueOnTop ? s + sourcePitch : s, blueOnTop ? s : s + sourcePitch};
-        row2x2(d, row, width, read, write, redLeft);
-    }
+    for (size_t y = 0; y + 1 < height; ++y, d += pitch)
+        row2x2(rowPair(s, sourcePitch, y, phase), width, read, PackedRow<W>{d, write}, redLeft);
     std::memcpy(d, d - pitch, pitch);
 }
 
@@ -119,10 +135,20 @@ template <class S, class W> void mosaic2x2Kernel(u8* d, const u8* s, size_t widt
     mosaic2x2(d, s, width, height, phase, S(), W());
 }
 
+template <class S, class W>
+void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase, int shift) {
+    mosaic2x2(d, s, width, height, phase, S(shift), W());
+}
+
 // The kernels of one sample reader for a list of outputs.
 template <class S, int... outputs> constexpr ByOutput<Mosaic> mosaics2x2() {
     ByOutput<Mosaic> table;
     ((table.kernel[outputs] = mosaic2x2Kernel<S, WriterOf<outputs>>), ...);
+    return table;
+}
+template <class S, int... outputs> constexpr ByOutput<ShiftedMosaic> shiftedMosaics2x2() {
+    ByOutput<ShiftedMosaic> table;
+    ((table.kernel[outputs] = shiftedMosaic2x2Kernel<S, WriterOf<outputs>>), ...);
     return table;
 }
 

@@ -7,6 +7,10 @@ namespace kel {
 using Run = void (*)(u8* destination, const u8* source, size_t pixels);
 using ShiftedRun = void (*)(u8* destination, const u8* source, size_t pixels, int shift);
 using Mosaic = void (*)(u8* destination, const u8* source, size_t width, size_t height, unsigned phase);
+using ShiftedMosaic = void (*)(u8* destination, const u8* source, size_t width, size_t height, unsigned phase,
+                               int shift);
+// Overwrites the source; scratch: scratchSize(width) bytes.
+using FilteredMosaic = void (*)(u8* destination, u8* source, size_t width, size_t height, unsigned phase, u8* scratch);
 
 constexpr unsigned outputCount = 11;
 

@@ -224,6 +224,13 @@ INLINE Words pairSums(Bytes v, Words k) {
 // (a + b) >> 1
 template <class V> INLINE V mean(V a, V b) { return meanUp(a, b) - ((a ^ b) & 1); }
 
+// (a + b + c + d) >> 2, without widening: the mean of two means, rounded up where both had dropped a half.
+INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
+    const Bytes halfAb = (a ^ b) & 1, halfCd = (c ^ d) & 1;
+    const Bytes ab = meanUp(a, b) - halfAb, cd = meanUp(c, d) - halfCd;
+    return meanUp(ab, cd) - ((ab ^ cd) & ~(halfAb & halfCd) & 1);
+}
+
 // Both halves clamped to 0..255, bytes back in order.
 INLINE Bytes clamp(Ints even, Ints odd) {
     return arrange(saturate(even, odd), [](int i) { return i / 16 * 16 + i % 16 / 2 + i % 2 * 8; });

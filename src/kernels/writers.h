@@ -73,7 +73,20 @@ template <Weights k> struct Mono16 {
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
 };
 
-// U Y0 V Y1 for two pixels: studio-range luma, the truncated mean of the pixels' chroma.
+// u | v << 8 of N / 2 pairs of pixels, and their luma.
+struct Pairs {
+    Bytes chroma, luma;
+};
+// U Y0 V Y1 for two pixels.
+struct PairsWriter {
+    static constexpr int bytes = 2;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Pairs p) {
+        storeHalves(d, {as<Words>(zip<1, 0>(p.chroma, p.luma)), as<Words>(zip<1, 1>(p.chroma, p.luma))});
+    }
+};
+
+// The same from colours: studio-range luma, the truncated mean of the pixels' chroma.
 //   Y = ((66 R + 129 G + 25 B + 128) >> 8) + 16
 //   U = ((-38 R - 74 G + 112 B + 128) >> 8) + 128
 //   V = ((112 R - 94 G - 18 B + 128) >> 8) + 128
@@ -84,16 +97,13 @@ struct Uyvy {
     static INLINE void put(u8* d, Rgb p) {
         const Words u = pairMean(weigh<Weights{-38, -74, 112, 128 + 128 * 256}>(p));
         const Words v = pairMean(weigh<Weights{112, -94, -18, 128 + 128 * 256}>(p));
-        putPairs(d, as<Bytes>(u | v << 8), highBytes(weigh<Weights{66, 129, 25, 128 + 16 * 256}>(p)));
+        PairsWriter::put(d, {as<Bytes>(u | v << 8), highBytes(weigh<Weights{66, 129, 25, 128 + 16 * 256}>(p))});
     }
     // Grey sources get zero chroma, not a neutral one.
-    static INLINE void put(u8* d, Grey p) { putPairs(d, Bytes{}, p.v); }
+    static INLINE void put(u8* d, Grey p) { PairsWriter::put(d, {Bytes{}, p.v}); }
 
 private:
     static INLINE Words pairMean(Split s) { return ((s.even >> 8) + (s.odd >> 8)) >> 1; }
-    static INLINE void putPairs(u8* d, Bytes chroma, Bytes luma) {
-        storeHalves(d, {as<Words>(zip<1, 0>(chroma, luma)), as<Words>(zip<1, 1>(chroma, luma))});
-    }
 };
 
 template <Order order> struct Packed48 {

@@ -2,6 +2,7 @@
 #pragma once
 #include "kernels/packed_samples.h"
 #include "kernels/runs.h"
+#include "kernels/words.h"
 
 namespace kel {
 namespace {
@@ -9,13 +10,6 @@ namespace {
 struct Mono8Reader : Reader<8> {
     static INLINE Grey get(const u8* s) { return {load(s)}; }
 };
-
-// The even (0) or odd (1) bytes of N words.
-template <int odd> INLINE Bytes bytesOfWords(const u8* s) {
-    return unzip<odd>(loadLanes(s, 2 * L), loadLanes(s + L, 2 * L));
-}
-
-enum class Endian { little, big };
 
 // 16 bits used: the high byte is the grey value.
 template <Endian endian> struct Mono16MainByte : Reader<16> {
@@ -40,16 +34,7 @@ template <Endian endian> struct Mono16Tinted : Reader<16> {
 template <Endian endian> struct Mono16Shifted : Reader<16> {
     int shift;
     INLINE explicit Mono16Shifted(int by) : shift(by) {}
-    INLINE Grey16 get(const u8* s) const {
-        const Halves words = loadHalves(s);
-        return {{normalised(words.a), normalised(words.b)}};
-    }
-
-private:
-    INLINE Words normalised(Words w) const {
-        if constexpr (endian == Endian::big) w = w << 8 | w >> 8;
-        return w << static_cast<u16>(shift);
-    }
+    INLINE Grey16 get(const u8* s) const { return {loadShifted<endian>(s, shift)}; }
 };
 
 } // namespace
