@@ -454,6 +454,48 @@ ORV_API OrvErrorType OrvRaw16ImageTransform(void* destination, const void* sourc
 ORV_API OrvErrorType OrvRaw16ImageTransformEx(void* destination, const void* source, uint32_t width, uint32_t height,
                                               OrvOutputCode output, const OrvShiftRecord* record);
 
+/* ---- Bayer mosaics, one-call converters ---------------------------------------------------------------------- */
+
+/* Each writes one output, by 2x2 where the name says no other method. Words of 16-bit outputs are native.
+ * -7: a buffer is null, width or height is 0 or odd, pattern is neither 0 to 3 nor -1 (which means 3). */
+
+/* 8 bits to BGR24: OrvRaw8ImageTransform and its variants with output 1. The Int ones overwrite the source.
+ *   destination 3 n bytes, source n bytes */
+ORV_API OrvErrorType OrvRaw8ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
+                                  int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ToBGR_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
+                                      int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ToBGR_IntLCAA(void* destination, void* source, uint32_t width, uint32_t height,
+                                          int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ToBGR_IntLCAAV(void* destination, void* source, uint32_t width, uint32_t height,
+                                           int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ToBGR_IntYUV422(void* destination, void* source, uint32_t width, uint32_t height,
+                                            int32_t pattern);
+
+/* 8 bits to grey: the luma of output 0, as Mono8 (n bytes) or three times as BGR24 (3 n bytes).
+ *   source n bytes */
+ORV_API OrvErrorType OrvRaw8ToY8(void* destination, const void* source, uint32_t width, uint32_t height,
+                                 int32_t pattern);
+ORV_API OrvErrorType OrvRaw8ToBGR_mono(void* destination, const void* source, uint32_t width, uint32_t height,
+                                       int32_t pattern);
+
+/* 12Packed to BGR24 (3 n bytes) from the top eight bits, or to BGR48 (6 n bytes), samples MSB-aligned.
+ *   source n / 2 * 3 bytes */
+ORV_API OrvErrorType OrvRaw12ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
+                                   int32_t pattern);
+ORV_API OrvErrorType OrvRaw12ToBGR16(void* destination, const void* source, uint32_t width, uint32_t height,
+                                     int32_t pattern);
+
+/* Big-endian 16 bits to BGR24 (3 n bytes) from the first byte, to BGR48 (6 n bytes), or to Mono16 (2 n bytes) as
+ * (77 R + 150 G + 29 B) >> 8.
+ *   source 2 n bytes */
+ORV_API OrvErrorType OrvRaw16ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
+                                   int32_t pattern);
+ORV_API OrvErrorType OrvRaw16ToBGR16(void* destination, const void* source, uint32_t width, uint32_t height,
+                                     int32_t pattern);
+ORV_API OrvErrorType OrvRaw16ToY16(void* destination, const void* source, uint32_t width, uint32_t height,
+                                   int32_t pattern);
+
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 
 /* The English text of a code, "return code not found" for an unknown one (still a success).

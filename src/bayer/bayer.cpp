@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "bayer/bayer_kernels.h"
+#include "bayer/checks.h"
 #include "bayer/phase.h"
 #include "bayer/scratch.h"
 #include "support/faces.h"
@@ -17,25 +18,10 @@ struct Free {
     void operator()(void* memory) const { std::free(memory); }
 };
 
-constexpr bool isEven(u32 size) { return size > 0 && size % 2 == 0; }
-
-Result checkMosaic(const void* destination, const void* source, u32 width, u32 height) {
-    if (!destination) return badArgument(1);
-    if (!source) return badArgument(2);
-    if (!isEven(width)) return badArgument(3);
-    if (!isEven(height)) return badArgument(4);
-    return success;
-}
-
-// -1 is let through: it has always meant 3.
-Result checkMosaic(const void* destination, const void* source, u32 width, u32 height, i32 pattern) {
-    if (const Result refusal = checkMosaic(destination, source, width, height); !refusal.ok()) return refusal;
-    return pattern < -1 || pattern > 3 ? badArgument(6) : success;
-}
-
 Result transformMosaic(const ByOutput<Mosaic>& kernels, void* destination, const void* source, u32 width, u32 height,
                        u32 output, i32 pattern) {
-    if (const Result refusal = checkMosaic(destination, source, width, height, pattern); !refusal.ok()) return refusal;
+    if (const Result refusal = checkMosaic(destination, source, width, height, pattern, 6); !refusal.ok())
+        return refusal;
     const Mosaic kernel = kernels[output];
     if (!kernel) return notImplemented;
     kernel(static_cast<u8*>(destination), static_cast<const u8*>(source), width, height,
@@ -45,7 +31,8 @@ Result transformMosaic(const ByOutput<Mosaic>& kernels, void* destination, const
 
 Result transformMosaic(const ByOutput<FilteredMosaic>& kernels, void* destination, void* source, u32 width, u32 height,
                        u32 output, i32 pattern) {
-    if (const Result refusal = checkMosaic(destination, source, width, height, pattern); !refusal.ok()) return refusal;
+    if (const Result refusal = checkMosaic(destination, source, width, height, pattern, 6); !refusal.ok())
+        return refusal;
     const FilteredMosaic kernel = kernels[output];
     if (!kernel) return notImplemented;
     const std::unique_ptr<u8, Free> scratch(static_cast<u8*>(std::malloc(scratchSize(width))));

@@ -14,6 +14,17 @@ template <Endian endian> constexpr ByOutput<ShiftedMosaic> shifted16() {
            shiftedMosaics2x2<Raw16Samples<endian>, 9>();
 }
 
+// Luma as a grey colour.
+struct GreyBgr24 {
+    static constexpr int bytes = 3;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Rgb p) { WriterOf<1>::put(d, Grey{highBytes(weigh<bt601>(p))}); }
+};
+
+struct Raw16BigEndian : Raw16Samples<Endian::big> {
+    INLINE Raw16BigEndian() : Raw16Samples(0) {}
+};
+
 } // namespace
 
 namespace KEL_LEVEL {
@@ -30,6 +41,10 @@ constexpr BayerKernels bayerKernels{
     .raw12 = mosaics2x2<Top12, 0, 1, 2, 3, 4, 5, 7, 8>(),
     .raw16 = mosaics2x2<Raw16FirstByte, 0, 1, 2, 3, 4, 5>(),
     .raw16Shifted = {shifted16<Endian::little>(), shifted16<Endian::big>()},
+    .raw8ToGreyBgr24 = mosaic2x2Kernel<Raw8Samples, GreyBgr24>,
+    .raw12ToBgr48 = mosaic2x2Kernel<Whole12, WriterOf<9>>,
+    .raw16ToBgr48 = mosaic2x2Kernel<Raw16BigEndian, WriterOf<9>>,
+    .raw16ToMono16 = mosaic2x2Kernel<Raw16BigEndian, WriterOf<7>>,
 };
 
 } // namespace KEL_LEVEL

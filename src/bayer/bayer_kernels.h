@@ -14,6 +14,11 @@ struct BayerKernels {
     ByOutput<Mosaic> raw12;                  // 12Packed
     ByOutput<Mosaic> raw16;                  // the first byte of each sample
     ByOutput<ShiftedMosaic> raw16Shifted[2]; // by Endianness
+
+    // of the one-call converters only
+    Mosaic raw8ToGreyBgr24;
+    Mosaic raw12ToBgr48;
+    Mosaic raw16ToBgr48, raw16ToMono16; // big-endian, all 16 bits
 };
 
 KEL_KERNEL_TABLE(BayerKernels, bayerKernels)

@@ -1,5 +1,5 @@
 // Packed samples of 10 and 12 bits, shared by the mono readers and the mosaics. They come MSB-aligned in 16-bit words
-// (Packed) or as the top eight bits alone (Top12).
+// (Packed, Whole12) or as the top eight bits alone (Top12).
 //
 // `from`: skip that many samples (0 or 1) first. No byte is touched that does not hold a wanted sample.
 #pragma once
@@ -51,22 +51,44 @@ private:
     }
 };
 
-// 12Packed: bytes 0 and 2 of three hold the top bits of two samples, byte 1 their low nibbles.
+// 12Packed: bytes 0 and 2 of three hold the top bits of two samples, byte 1 their low nibbles, the first one's below.
+constexpr int topByteOf(int i) { return i / 2 * 3 + i % 2 * 2; }
+
 struct Top12 : Reader<12> {
     static constexpr int group = 2;
 
     template <int from = 0> static INLINE Bytes samples(const u8* s) {
-        constexpr int start = byteOf(L - 1 + from) + 1 - L; // of a second load, that ends with the last sample
+        constexpr int start = topByteOf(L - 1 + from) + 1 - L; // of a second load, that ends with the last sample
         const Bytes a = loadLanes(s, L * 3 / 2), b = loadLanes(s + start, L * 3 / 2);
         return shuffle(a, b, [](int i) {
-            const int byte = byteOf(i + from);
+            const int byte = topByteOf(i + from);
             return byte < L ? byte : byte - start + L;
         });
     }
     static INLINE Grey get(const u8* s) { return {samples(s)}; }
+};
+
+struct Whole12 : Reader<12> {
+    static constexpr int group = 2;
+
+    template <int from = 0> static INLINE Halves samples(const u8* s) {
+        return {half<from, from>(s), half<from, from + L / 2>(s)};
+    }
 
 private:
-    static constexpr int byteOf(int i) { return i / 2 * 3 + i % 2 * 2; }
+    static constexpr int nibblesOf(int i) { return i / 2 * 3 + 1; }
+    static constexpr int endOf(int i) { return i % 2 ? topByteOf(i) + 1 : nibblesOf(i) + 1; }
+
+    template <int from, int first> static INLINE Words half(const u8* s) {
+        constexpr int start = first == from ? 0 : endOf(L - 1 + from) - L;
+        const Bytes bytes = loadLanes(s + start, L * 12 / 8);
+        const Words words = as<Words>(permute(bytes, [](int i) {
+            const int sample = first + i / 2;
+            return (i % 2 ? topByteOf(sample) : nibblesOf(sample)) - start;
+        }));
+        const Words firstOfTwo = as<Words>(maskWhere([](int i) { return (first + i / 2) % 2 == 0; }));
+        return (words & 0xFF00) | (select(firstOfTwo, words << 4, words) & 0x00F0);
+    }
 };
 
 } // namespace
