@@ -1,0 +1,140 @@
+/* Orvella: the legacy face, plain C99, for programs written against the older interface.
+ *
+ * Every ZEB_ function takes the arguments of the Orv function of the same name, in the same order, and does the same with
+ * the same buffers, in place or not, on any thread: orv.h has the words. Where this face differs its comment says so.
+ *
+ * Results are 32-bit words (ZEB_GetErrorInfo has their texts):
+ *   0                success
+ *   0x88000001       a kernel refused its parameters (-1 in orv.h)
+ *   0x88000001 + N   the N-th argument, counted from 1, was refused (-7)
+ *   0x88000012       an output or option that is not offered (-17)
+ *   0x88000014       the operation is not available
+ *   0x8800001A       no memory (-14)
+ * Arguments are checked in their order, an output that is not offered after all of them.
+ */
+#ifndef ORVELLA_ZEB_H
+#define ORVELLA_ZEB_H
+
+#include "orvella/orv.h"
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- Mono sources -------------------------------------------------------------------------------------------- */
+
+/* n = 0 succeeds and writes nothing. */
+ORV_API uint32_t ZEB_Y8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+/* Outputs 0 to 5 only; n = 0 succeeds and writes nothing. */
+ORV_API uint32_t ZEB_Y16ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_Y16ImageTransformEx(void* destination, const void* source, uint32_t n, OrvOutputCode output,
+                                         const OrvShiftRecord* shift);
+ORV_API uint32_t ZEB_Y12ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_Y10pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_Y12pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+
+/* ---- RGB and YUV sources ------------------------------------------------------------------------------------- */
+
+ORV_API uint32_t ZEB_RGB8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_BGR8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_RGBA8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_BGRA8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_RGB8ToY8(void* destination, const void* source, uint32_t n);
+ORV_API uint32_t ZEB_RGB8ToBGR(void* destination, const void* source, uint32_t n);
+
+ORV_API uint32_t ZEB_YUV411ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_YUV422ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_YUV444ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
+ORV_API uint32_t ZEB_YUV411ToBGR(void* destination, const void* source, uint32_t n);
+ORV_API uint32_t ZEB_YUV422ToBGR(void* destination, const void* source, uint32_t n);
+ORV_API uint32_t ZEB_YUV444ToBGR(void* destination, const void* source, uint32_t n);
+
+/* ---- Planes -------------------------------------------------------------------------------------------------- */
+
+ORV_API uint32_t ZEB_RGB8ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                      uint32_t height);
+ORV_API uint32_t ZEB_YUV411ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                        uint32_t height);
+ORV_API uint32_t ZEB_YUV422ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                        uint32_t height);
+ORV_API uint32_t ZEB_YUV444ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
+                                        uint32_t height);
+ORV_API uint32_t ZEB_YUV411ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
+                                       uint32_t height);
+ORV_API uint32_t ZEB_YUV422ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
+                                       uint32_t height);
+ORV_API uint32_t ZEB_YUV444ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
+                                       uint32_t height);
+
+/* ---- Bayer mosaics ------------------------------------------------------------------------------------------- */
+
+ORV_API uint32_t ZEB_Raw8ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                        OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ImageTransform_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
+                                            OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ImageTransform_IntLCAA(void* destination, void* source, uint32_t width, uint32_t height,
+                                                OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ImageTransform_IntLCAAV(void* destination, void* source, uint32_t width, uint32_t height,
+                                                 OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ImageTransform_IntYUV422(void* destination, void* source, uint32_t width, uint32_t height,
+                                                  OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw10pImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                          OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw12ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                         OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw12pImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                          OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw16ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                         OrvOutputCode output, int32_t pattern);
+ORV_API uint32_t ZEB_Raw16ImageTransformEx(void* destination, const void* source, uint32_t width, uint32_t height,
+                                           OrvOutputCode output, const OrvShiftRecord* record);
+
+ORV_API uint32_t ZEB_Raw8ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
+                               int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToBGR_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
+                                   int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToBGR_IntLCAA(void* destination, void* source, uint32_t width, uint32_t height,
+                                       int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToBGR_IntLCAAV(void* destination, void* source, uint32_t width, uint32_t height,
+                                        int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToBGR_IntYUV422(void* destination, void* source, uint32_t width, uint32_t height,
+                                         int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToBGR_mono(void* destination, const void* source, uint32_t width, uint32_t height,
+                                    int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToY8(void* destination, const void* source, uint32_t width, uint32_t height,
+                              int32_t pattern);
+ORV_API uint32_t ZEB_Raw12ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
+                                int32_t pattern);
+ORV_API uint32_t ZEB_Raw12ToBGR16(void* destination, const void* source, uint32_t width, uint32_t height,
+                                  int32_t pattern);
+ORV_API uint32_t ZEB_Raw16ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
+                                int32_t pattern);
+ORV_API uint32_t ZEB_Raw16ToBGR16(void* destination, const void* source, uint32_t width, uint32_t height,
+                                  int32_t pattern);
+ORV_API uint32_t ZEB_Raw16ToY16(void* destination, const void* source, uint32_t width, uint32_t height,
+                                int32_t pattern);
+
+/* ---- Texts, version, platform -------------------------------------------------------------------------------- */
+
+/* The English text of a result word, taken as an unsigned 32-bit value in 64 bits: a sign-extended word is not found. A text
+ * that is cut has no NUL, and is a success here.
+ * 0x88000003: buffer is null. 0x88000004: size is 0. */
+ORV_API uint32_t ZEB_GetErrorInfo(int64_t code, char* buffer, uint32_t size);
+
+/* 0x88000002: version is null. */
+ORV_API uint32_t ZEB_GetVersion(uint32_t* version);
+
+/* 0x88000002: buffer is null (not 0x88000003). */
+ORV_API uint32_t ZEB_GetApiInfoString(uint32_t type, char* buffer, uint32_t size);
+
+/* 0x88000002: record is null. */
+ORV_API uint32_t ZEB_GetTechnoInfo(OrvTechnoInfo* record);
+
+/* 0x88000002: unknown index. 0x88000003: bits is null. */
+ORV_API uint32_t ZEB_GetBitsPerPixel(uint32_t index, uint32_t* bits);
+
+#ifdef __cplusplus
+} /* extern "C" */
+#endif
+
+#endif
