@@ -45,9 +45,9 @@ class List {
 public:
     std::vector<Conversion> rows;
 
-    // One row per output, through OrvImageTransform with the options given.
+    // One row per output, through OrvImageTransform.
     void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
-             std::vector<OrvTransformInfo> options = {}) {
+             OrvDebayerMode mode = OrvDebayerMode2x2) {
         for (const unsigned code : outputCodes) {
             Conversion row;
             row.source = source.name;
@@ -63,14 +63,17 @@ public:
             row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
             const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
             row.beyond = source.name == "Mono16" && colour ? 1 : 0;
-            row.convert = [source, code, options](void* d, void* s, std::uint32_t width, std::uint32_t height,
-                                                  std::uint32_t pattern) {
+            row.overwritesSource = mode >= OrvDebayerModeLCAA;
+            row.convert = [source, code, mode](void* d, void* s, std::uint32_t width, std::uint32_t height,
+                                               std::uint32_t pattern) {
                 const OrvImage from = describe(source, s, width, height, pattern);
                 OrvImage to{};
                 to.Size = sizeof to;
                 to.Data = d;
                 OrvSetImageInfoOutput(code, width, height, &to);
-                return OrvImageTransform(&from, &to, options.data(), static_cast<std::uint32_t>(options.size()));
+                OrvTransformInfo debayer{};
+                OrvSetDebayerMode(mode, &debayer);
+                return OrvImageTransform(&from, &to, &debayer, 1);
             };
             rows.push_back(std::move(row));
         }
@@ -79,6 +82,9 @@ public:
 
 Source mono(const std::string& name, OrvPixelFormatType format, unsigned widthStep = 1) {
     return {.name = name, .format = {format}, .widthStep = widthStep};
+}
+Source colour(const std::string& name, OrvPixelFormatType format, unsigned widthStep = 1) {
+    return mono(name, format, widthStep);
 }
 Source bigEndian(Source source) {
     source.name += " big-endian";
@@ -105,9 +111,42 @@ std::vector<Conversion> all() {
     list.add(mono("Mono10p", OrvPixelFormatMono10p), {0, 1, 2, 3, 4, 5, 7, 8});
     list.add(mono("Mono12p", OrvPixelFormatMono12p, 2), {0, 1, 2, 3, 4, 5, 7, 8});
 
+    list.add(colour("RGB8", OrvPixelFormatRgb8), {0, 1, 2, 3, 4, 5});
+    list.add(colour("BGR8", OrvPixelFormatBgr8), {0, 1, 2, 3, 4, 5});
+    list.add(colour("RGBA8", OrvPixelFormatRgba8), {0, 1, 2, 3, 4, 5});
+    list.add(colour("BGRA8", OrvPixelFormatBgra8), {0, 1, 2, 3, 4, 5});
+    list.add(colour("YUV 4:1:1", OrvPixelFormatYuv411, 4), {0, 1, 2, 3, 4, 5});
+    list.add(colour("YUV 4:2:2", OrvPixelFormatYuv422, 2), {0, 1, 2, 3, 4, 5});
+    list.add(colour("YUV 4:4:4", OrvPixelFormatYuv444), {0, 1, 2, 3, 4, 5});
+
     const Source bayer8 = mosaic("Bayer8", OrvPixelFormatBayerRG8, OrvPixelFormatBayerGB8, OrvPixelFormatBayerGR8,
                                  OrvPixelFormatBayerBG8);
     list.add(bayer8, {0, 1, 2, 3, 4, 5, 6, 7, 8}, "2x2");
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "3x3", OrvDebayerMode3x3);
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "LCAA", OrvDebayerModeLCAA);
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "LCAAV", OrvDebayerModeLCAAV);
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "YUV422", OrvDebayerModeYuv422);
+
+    const Source bayer16 = mosaic("Bayer16", OrvPixelFormatBayerRG16, OrvPixelFormatBayerGB16, OrvPixelFormatBayerGR16,
+                                  OrvPixelFormatBayerBG16);
+    const Source bayer12 = mosaic("Bayer12", OrvPixelFormatBayerRG12, OrvPixelFormatBayerGB12, OrvPixelFormatBayerGR12,
+                                  OrvPixelFormatBayerBG12);
+    list.add(mosaic("Bayer10", OrvPixelFormatBayerRG10, OrvPixelFormatBayerGB10, OrvPixelFormatBayerGR10,
+                    OrvPixelFormatBayerBG10),
+             {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
+    list.add(bayer12, {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
+    list.add(bigEndian(bayer12), {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
+    list.add(bayer16, {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
+    list.add(bigEndian(bayer16), {0, 1, 2, 3, 4, 5}, "2x2");
+    list.add(mosaic("Bayer12Packed", OrvPixelFormatBayerRG12Packed, OrvPixelFormatBayerGB12Packed,
+                    OrvPixelFormatBayerGR12Packed, OrvPixelFormatBayerBG12Packed),
+             {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
+    list.add(mosaic("Bayer10p", OrvPixelFormatBayerRG10p, OrvPixelFormatBayerGB10p, OrvPixelFormatBayerGR10p,
+                    OrvPixelFormatBayerBG10p),
+             {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
+    list.add(mosaic("Bayer12p", OrvPixelFormatBayerRG12p, OrvPixelFormatBayerGB12p, OrvPixelFormatBayerGR12p,
+                    OrvPixelFormatBayerBG12p),
+             {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
 
     return std::move(list.rows);
 }
