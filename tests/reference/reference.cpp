@@ -1,0 +1,70 @@
+#include "reference/reference.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "reference/families.h"
+
+namespace reference {
+
+namespace {
+
+struct Entry {
+    const char* source;
+    const char* method;
+    Conversion convert;
+};
+
+constexpr Entry entries[] = {
+    {"Mono8", "", mono8},
+    {"Mono10", "", monoShifted<10, false>},
+    {"Mono12", "", monoShifted<12, false>},
+    {"Mono12 big-endian", "", monoShifted<12, true>},
+    {"Mono14", "", monoShifted<14, false>},
+    {"Mono16", "", mono16},
+    {"Mono16 big-endian", "", mono16BigEndian},
+    {"Mono12Packed", "", mono12Packed},
+    {"Mono10p", "", mono10p},
+    {"Mono12p", "", mono12p},
+
+    {"RGB8", "", rgb8},
+    {"BGR8", "", bgr8},
+    {"RGBA8", "", rgba8},
+    {"BGRA8", "", bgra8},
+    {"YUV 4:1:1", "", yuv411},
+    {"YUV 4:2:2", "", yuv422},
+    {"YUV 4:4:4", "", yuv444},
+
+    {"Bayer8", "2x2", bayer8},
+    {"Bayer8", "3x3", bayer8By3x3},
+    {"Bayer8", "LCAA", bayer8ByLcaa},
+    {"Bayer8", "LCAAV", bayer8ByLcaav},
+    {"Bayer8", "YUV422", bayer8ByYuv422},
+    {"Bayer10", "2x2", bayer16<10, false>},
+    {"Bayer12", "2x2", bayer16<12, false>},
+    {"Bayer12 big-endian", "2x2", bayer16<12, true>},
+    {"Bayer16", "2x2", bayer16<16, false>},
+    {"Bayer16 big-endian", "2x2", bayer16FirstByte},
+    {"Bayer12Packed", "2x2", bayer12Packed},
+    {"Bayer10p", "2x2", bayer10p},
+    {"Bayer12p", "2x2", bayer12p},
+};
+
+constexpr const char* outputNames[] = {"Mono8", "BGR24",  "BGRA32",        "RGB24", "RGBA32", "Mono8 BT.709",
+                                       "UYVY",  "Mono16", "Mono16 BT.709", "BGR48", "RGB48"};
+
+} // namespace
+
+Conversion find(const std::string& source, const std::string& method) {
+    for (const Entry& entry : entries)
+        if (source == entry.source && method == entry.method) return entry.convert;
+    return nullptr;
+}
+
+Output outputNamed(const std::string& name) {
+    const auto found = std::ranges::find(outputNames, name);
+    if (found == std::end(outputNames)) throw std::invalid_argument("no output " + name);
+    return static_cast<Output>(found - std::begin(outputNames));
+}
+
+} // namespace reference
