@@ -1,0 +1,127 @@
+// Files, streams and names of the converter.
+#include "pictures.h"
+#include "program.h"
+
+namespace {
+
+class Convert : public ProgramTest {
+protected:
+    using Names = std::vector<std::string>;
+    const std::string mosaic = "convert -f BayerRG8 -s 64x48 ";
+    const std::string grey = "convert -f Mono12p -s 64x48 ";
+
+    Convert() {
+        succeed("chart -f BayerRG8 -s 64x48 mosaic.raw");
+        succeed("chart -f Mono12p -s 64x48 grey.raw");
+    }
+};
+
+TEST_F(Convert, EveryFileTypeHoldsTheSamePicture) {
+    for (const std::string output : {"RGB24", "BGR24"}) {
+        for (const std::string type : {"png", "ppm", "pnm", "tif", "TIFF"})
+            succeed(mosaic + "-t " + output + " mosaic.raw " + output + "." + type);
+    }
+    const Picture colour = readPng(path("RGB24.png"));
+    EXPECT_EQ(colour.channels, 3u);
+    for (const std::string output : {"RGB24", "BGR24"}) {
+        EXPECT_EQ(readPng(path(output + ".png")), colour);
+        EXPECT_EQ(readPnm(path(output + ".ppm")), colour);
+        EXPECT_EQ(readPnm(path(output + ".pnm")), colour);
+        EXPECT_EQ(readTiff(path(output + ".tif")), colour);
+        EXPECT_EQ(readTiff(path(output + ".TIFF")), colour);
+    }
+
+    for (const std::string type : {"png", "pgm", "tif"}) {
+        succeed(grey + "grey.raw grey." + type);
+        succeed(grey + "-t BGRA32 grey.raw alpha." + (type == "pgm" ? "tiff" : type));
+    }
+    const Picture deep = readPng(path("grey.png"));
+    EXPECT_EQ(deep.channels, 1u);
+    EXPECT_EQ(deep.bits, 16u);
+    EXPECT_EQ(readPnm(path("grey.pgm")), deep);
+    EXPECT_EQ(readTiff(path("grey.tif")), deep);
+    EXPECT_EQ(readPng(path("alpha.png")).channels, 4u);
+    EXPECT_EQ(readTiff(path("alpha.tif")), readPng(path("alpha.png")));
+}
+
+TEST_F(Convert, ChoosesTheOutputThatSuitsSourceAndFile) {
+    struct {
+        std::string arguments, file;
+        unsigned channels, bits;
+    } const rows[] = {{mosaic + "mosaic.raw ", "a.png", 3, 8},
+                      {mosaic + "mosaic.raw ", "a.pgm", 1, 8},
+                      {grey + "grey.raw ", "b.png", 1, 16},
+                      {grey + "grey.raw ", "b.ppm", 3, 8}};
+    for (const auto& row : rows) {
+        succeed(row.arguments + row.file);
+        const bool png = row.file.ends_with("png");
+        const Picture picture = png ? readPng(path(row.file)) : readPnm(path(row.file));
+        EXPECT_EQ(picture.channels, row.channels) << row.file;
+        EXPECT_EQ(picture.bits, row.bits) << row.file;
+    }
+    // No 16-bit output exists for this one.
+    succeed("chart -f Mono12Packed -s 64x48 packed.raw");
+    succeed("convert -f Mono12Packed -s 64x48 packed.raw packed.png");
+    EXPECT_EQ(readPng(path("packed.png")).bits, 8u);
+}
+
+TEST_F(Convert, RawFilesHoldTheBytesOfTheOutput) {
+    succeed(mosaic + "--raw -t BGR24 mosaic.raw bytes");
+    succeed(mosaic + "-t UYVY mosaic.raw pairs.raw");
+    EXPECT_EQ(std::filesystem::file_size(path("pairs.raw")), 64u * 48 * 2);
+    succeed(mosaic + "mosaic.raw picture.png");
+    const std::string bytes = readFile(path("bytes"));
+    const Picture picture = readPng(path("picture.png"));
+    ASSERT_EQ(bytes.size(), picture.samples.size());
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        ASSERT_EQ(static_cast<unsigned char>(bytes[i]), picture.samples[i / 3 * 3 + 2 - i % 3]) << i;
+}
+
+TEST_F(Convert, NamesIgnoreCaseAndPrefix) {
+    succeed(mosaic + "mosaic.raw picture.png");
+    for (const std::string format : {"bayerrg8", "PixelFormatBayerRG8", "orvpixelformatBAYERRG8"})
+        succeed("convert -s 64x48 -t rgb8 -f " + format + " mosaic.raw " + format + ".png");
+    EXPECT_EQ(readFile(path("bayerrg8.png")), readFile(path("picture.png")));
+    EXPECT_EQ(readFile(path("PixelFormatBayerRG8.png")), readFile(path("picture.png")));
+}
+
+TEST_F(Convert, StandardInputAndOutput) {
+    succeed(mosaic + "mosaic.raw picture.png");
+    const std::string frame = readFile(path("mosaic.raw"));
+    EXPECT_EQ(succeed(mosaic + "- -", frame).out, readFile(path("picture.png")));
+    succeed(mosaic + "mosaic.raw picture.ppm");
+    EXPECT_EQ(succeed(mosaic + "- - --type ppm", frame).out, readFile(path("picture.ppm")));
+    EXPECT_EQ(succeed("chart -f BayerRG8 -s 64x48 -").out, frame);
+    succeed(mosaic + "- /dev/null --type png", frame);
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST_F(Convert, ManyInputs) {
+    succeed("chart -f BayerRG8 -s 64x48 second.raw");
+    succeed(mosaic + "mosaic.raw second.raw --output-directory made/here");
+    EXPECT_EQ(files(), (Names{"grey.raw", "made/here/mosaic.png", "made/here/second.png", "mosaic.raw", "second.raw"}));
+    EXPECT_EQ(readPng(path("made/here/second.png")).width, 64u);
+}
+
+TEST_F(Convert, ABadInputDoesNotStopTheOthers) {
+    writeFile(path("short.raw"), "too short");
+    const Outcome outcome = run(mosaic + "short.raw missing.raw mosaic.raw --output-directory . --type tif");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(outcome.err, "orvella: short.raw: expected 3072 bytes for BayerRG8 at 64x48, found 9\n"
+                           "orvella: cannot open missing.raw: No such file or directory\n"
+                           "orvella: 2 of 3 inputs were not converted\n");
+    EXPECT_EQ(files(), (Names{"grey.raw", "mosaic.raw", "mosaic.tif", "short.raw"}));
+}
+
+TEST_F(Convert, ReplacesAFileThroughALinkAndKeepsItsMode) {
+    writeFile(path("old.png"), "old");
+    using std::filesystem::perms;
+    std::filesystem::permissions(path("old.png"), perms::owner_read | perms::owner_write);
+    std::filesystem::create_symlink("old.png", path("link.png"));
+    succeed(mosaic + "mosaic.raw link.png");
+    EXPECT_TRUE(std::filesystem::is_symlink(path("link.png")));
+    EXPECT_EQ(readPng(path("old.png")).width, 64u);
+    EXPECT_EQ(std::filesystem::status(path("old.png")).permissions(), perms::owner_read | perms::owner_write);
+}
+
+} // namespace

@@ -1,0 +1,113 @@
+// What goes wrong: one line that says what was expected, the exit code, and no file left behind.
+#include <algorithm>
+
+#include "program.h"
+
+namespace {
+
+struct Failure {
+    std::string arguments;
+    int code;
+    std::vector<std::string> says;
+};
+
+class Errors : public ProgramTest {
+protected:
+    void expectEach(const std::vector<Failure>& failures, const std::string& input = "") {
+        for (const Failure& failure : failures) {
+            SCOPED_TRACE(failure.arguments);
+            const auto before = files();
+            const Outcome outcome = run(failure.arguments, input);
+            EXPECT_EQ(outcome.code, failure.code);
+            EXPECT_EQ(outcome.out, "");
+            EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
+            for (const std::string& part : failure.says)
+                EXPECT_NE(outcome.err.find(part), std::string::npos) << "no '" << part << "' in: " << outcome.err;
+            EXPECT_EQ(files(), before);
+        }
+    }
+};
+
+TEST_F(Errors, WrongFiles) {
+    writeFile(path("short.raw"), std::string(99, 'x'));
+    writeFile(path("long.raw"), std::string(6001, 'x'));
+    writeFile(path("right.raw"), std::string(100, 'x'));
+    std::filesystem::create_directory(path("folder"));
+    std::filesystem::create_directory(path("folder.png"));
+    const std::string convert = "convert -f Mono8 -s 10x10 ";
+    expectEach({
+        {convert + "short.raw out.png", 1, {"short.raw", "expected 100 bytes for Mono8 at 10x10, found 99"}},
+        {"convert -f BayerRG12p -s 64x48 long.raw out.png", 1, {"expected 4608 bytes for BayerRG12p", "found 6001"}},
+        {"convert -f Mono10p -s 3x1 short.raw out.png", 1, {"expected 4 bytes"}},
+        {"convert -f Mono16 -s 1000000x1000000 short.raw out.png", 1, {"expected 2000000000000 bytes", "found 99"}},
+        {convert + "/dev/zero out.png", 1, {"expected 100 bytes", "found more"}},
+        {convert + "none.raw out.png", 1, {"none.raw", "No such file"}},
+        {convert + "folder out.png", 1, {"folder"}},
+        {convert + "right.raw none/out.png", 1, {"none/out.png", "No such file"}},
+        {convert + "right.raw folder.png", 1, {"folder.png", "Is a directory"}},
+        {convert + "right.raw --type png /dev/full", 1, {"/dev/full", "No space left"}},
+        {convert + "right.raw --output-directory short.raw", 1, {"short.raw"}},
+    });
+    expectEach({{convert + "- out.png", 1, {"standard input", "expected 100 bytes", "found 5"}}}, "five!");
+}
+
+TEST_F(Errors, WrongNames) {
+    writeFile(path("in.raw"), "");
+    const std::string files = " -s 8x8 in.raw out.png";
+    expectEach({
+        {"convert -f BayerRX8" + files, 1, {"'BayerRX8'", "did you mean BayerRG8", "orvella formats"}},
+        {"convert -f Nonsense" + files, 1, {"'Nonsense'", "orvella formats"}},
+        {"convert -f Mono8 -t RGB25" + files, 1, {"'RGB25'", "did you mean", "RGB24"}},
+        {"chart -f Bayer8 -s 8x8 out.raw", 1, {"BayerRG8, BayerGR8, BayerGB8, BayerBG8"}},
+    });
+}
+
+TEST_F(Errors, Refusals) {
+    writeFile(path("12x3.raw"), std::string(36, 'x'));
+    writeFile(path("3x3p.raw"), std::string(14, 'x'));
+    writeFile(path("words.raw"), std::string(32, 'x'));
+    expectEach({
+        {"convert -f BayerRG8 -s 12x3 12x3.raw out.png", 1, {"(-7)", "an even width and height"}},
+        {"convert -f Mono12p -s 3x3 3x3p.raw out.png", 1, {"(-7)", "even number of pixels"}},
+        {"convert -f Mono8 -s 12x3 -t RGB48 12x3.raw out.png", 1, {"API feature is not implemented (-17)"}},
+        {"convert -f Mono16 --bits-used 11 -s 4x4 words.raw out.png", 1, {"(-1)", "10, 12, 13, 14, 15, 16"}},
+        {"chart -f Yuv411 -s 6x6 out.raw", 1, {"Yuv411 at 6x6", "multiple of 4"}},
+    });
+}
+
+TEST_F(Errors, Usage) {
+    const std::string content(64, 'x');
+    writeFile(path("in.raw"), content);
+    const std::string convert = "convert -f Mono8 -s 8x8 ";
+    expectEach({
+        {"", 2, {"--help"}},
+        {"transform", 2, {"--help"}},
+        {"convert in.raw out.png", 2, {"--format"}},
+        {"convert -f Mono8 -s 8 in.raw out.png", 2, {"'8'", "2448x2048"}},
+        {"convert -f Mono8 -s 0x8 in.raw out.png", 2, {"'0x8'"}},
+        {"convert -f Mono8 -s 8x8x in.raw out.png", 2, {"'8x8x'"}},
+        {convert + "in.raw", 2, {"--output-directory"}},
+        {convert + "in.raw out.png third.png", 2, {"--output-directory"}},
+        {convert + "in.raw out.jpeg", 2, {"out.jpeg", "png", "--type"}},
+        {convert + "in.raw out", 2, {"--type"}},
+        {convert + "--type bmp in.raw out", 2, {"'bmp'", "png"}},
+        {convert + "--type png --raw in.raw out", 2, {"--raw"}},
+        {convert + "-t UYVY in.raw out.png", 2, {"YUV422", "raw"}},
+        {convert + "-t RGB24 in.raw out.pgm", 2, {"PGM"}},
+        {convert + "-t RGBA32 in.raw out.ppm", 2, {"PPM"}},
+        {convert + "--big-endian in.raw out.png", 2, {"16-bit samples", "Mono8"}},
+        {convert + "--raw in.raw ./in.raw", 2, {"overwritten"}},
+        {convert + "in.raw ./in.raw --output-directory out", 2, {"both become"}},
+        {"grab -n 0 out.raw", 2, {"--frames"}},
+    });
+    EXPECT_EQ(readFile(path("in.raw")), content);
+}
+
+TEST_F(Errors, StandardOutputThatIsFull) {
+    writeFile(path("in.raw"), std::string(64, 'x'));
+    std::filesystem::create_symlink("/dev/full", path("full.raw"));
+    EXPECT_EQ(run("chart -f Mono8 -s 8x8 full.raw").code, 1);
+    EXPECT_TRUE(std::filesystem::is_symlink(path("full.raw")));
+}
+
+} // namespace

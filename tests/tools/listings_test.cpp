@@ -1,0 +1,65 @@
+// The commands that tell something, and the simulated camera.
+#include <sstream>
+
+#include "pictures.h"
+#include "program.h"
+
+namespace {
+
+class Listings : public ProgramTest {};
+
+TEST_F(Listings, FormatsShowsWhatTheLibraryConverts) {
+    const std::string list = succeed("formats").out;
+    std::istringstream lines(list);
+    int formats = 0;
+    for (std::string line; std::getline(lines, line);) formats += line.find(" 0x0") != std::string::npos ? 1 : 0;
+    EXPECT_EQ(formats, 49);
+    for (const std::string row : {
+             "Mono8                0x01080001   x  x  x  x  x  x  x  .  .  .  .  any size",
+             "Mono12Packed         0x010C0006   x  x  x  x  x  x  .  .  .  .  .  an even number of pixels",
+             "Mono16               0x01100007   x  x  x  x  x  x  .  x  x  .  .  any size",
+             "BayerBG8             0x0108000B   x  x  x  x  x  x  x  x  x  .  .  an even width and height",
+             "Rgb16                0x02300033   .  .  .  .  .  .  .  .  .  .  .  not converted",
+         })
+        EXPECT_NE(list.find(row), std::string::npos) << row << "\nis not in\n" << list;
+}
+
+TEST_F(Listings, EveryListedFormatCanBeMade) {
+    std::istringstream lines(succeed("formats").out);
+    for (std::string line; std::getline(lines, line);) {
+        if (line.find(" 0x0") == std::string::npos) continue;
+        std::string name;
+        unsigned code = 0;
+        std::istringstream(line) >> name >> std::hex >> code;
+        const unsigned bitsPerPixel = code >> 16 & 0xFF;
+        EXPECT_EQ(succeed("chart -s 16x8 - -f " + name).out.size(), 16 * 8 * bitsPerPixel / 8) << name;
+    }
+}
+
+TEST_F(Listings, InfoAndVersionAgree) {
+    const std::string version = succeed("--version").out; // "orvella 1.2.3.4"
+    const std::string number = version.substr(version.find(' ') + 1);
+    EXPECT_NE(succeed("info").out.find("library   " + number), std::string::npos);
+}
+
+TEST_F(Listings, EveryCommandExplainsItself) {
+    for (const std::string command : {"", "convert ", "formats ", "info ", "chart ", "grab "})
+        EXPECT_NE(succeed(command + "--help").out.find("Usage: orvella " + command), std::string::npos) << command;
+}
+
+TEST_F(Listings, GrabTakesFramesOfTheSimulatedCamera) {
+    if (succeed("info").out.find("built without Aravis") != std::string::npos) {
+        EXPECT_EQ(run("grab frame.raw").code, 1);
+        GTEST_SKIP() << "built without Aravis";
+    }
+    EXPECT_EQ(succeed("grab -f BayerRG8 -s 64x48 frame.raw").out, "frame.raw: BayerRG8 at 64x48\n");
+    EXPECT_EQ(std::filesystem::file_size(path("frame.raw")), 64u * 48);
+    succeed("grab -f Mono16 -s 64x48 -n 2 picture.png");
+    EXPECT_EQ(files(), (std::vector<std::string>{"frame.raw", "picture-0001.png", "picture-0002.png"}));
+    const Picture picture = readPng(path("picture-0002.png"));
+    EXPECT_EQ(picture.width, 64u);
+    EXPECT_EQ(picture.bits, 16u);
+    EXPECT_EQ(run("grab -c no-such-camera frame2.raw").code, 1);
+}
+
+} // namespace

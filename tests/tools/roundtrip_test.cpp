@@ -1,0 +1,86 @@
+// A chart goes through the program as a raw frame of every kind; where the chart is flat, the picture must equal it.
+#include <cstdlib>
+#include <ostream>
+
+#include "pictures.h"
+#include "program.h"
+
+namespace {
+
+struct Trip {
+    std::string frame; // format and, if need be, what else describes it
+    std::string output;
+    int tolerance; // in steps of the output
+
+    friend std::ostream& operator<<(std::ostream& stream, const Trip& trip) {
+        return stream << trip.frame << " -> " << trip.output;
+    }
+};
+
+constexpr unsigned width = 320, height = 240;
+
+// The neighbours that a demosaic or a shared chroma sample may look at have one colour.
+bool isFlat(const Picture& truth, unsigned x, unsigned y) {
+    for (unsigned v = y > 0 ? y - 1 : 0; v <= std::min(y + 1, height - 1); ++v) {
+        for (unsigned u = x > 3 ? x - 3 : 0; u <= std::min(x + 3, width - 1); ++u) {
+            for (unsigned c = 0; c < truth.channels; ++c)
+                if (truth.at(u, v, c) != truth.at(x, y, c)) return false;
+        }
+    }
+    return true;
+}
+
+// What a pixel of the truth looks like with the picture's channels and bits.
+int expected(const Picture& truth, const Picture& picture, unsigned x, unsigned y, unsigned channel) {
+    const auto sample = [&](unsigned c) {
+        const int value = truth.at(x, y, truth.channels == 1 ? 0 : c);
+        return truth.bits == picture.bits ? value : picture.bits == 8 ? value >> 8 : value * 257;
+    };
+    if (channel == 3) return 255;
+    if (picture.channels > 1) return sample(channel);
+    return (77 * sample(0) + 150 * sample(1) + 29 * sample(2)) >> 8;
+}
+
+class RoundTrip : public ProgramTest, public ::testing::WithParamInterface<Trip> {};
+
+TEST_P(RoundTrip, FlatColoursComeBack) {
+    const Trip& trip = GetParam();
+    const std::string frame = " -s 320x240 -f " + trip.frame;
+    succeed("chart frame.raw --truth truth.png" + frame);
+    succeed("convert frame.raw picture.png -t " + trip.output + frame);
+    const Picture truth = readPng(path("truth.png")), picture = readPng(path("picture.png"));
+    ASSERT_EQ(truth.width, width);
+    ASSERT_EQ(truth.height, height);
+    ASSERT_EQ(picture.width, width);
+    ASSERT_EQ(picture.height, height);
+
+    unsigned flat = 0;
+    for (unsigned y = 0; y < height; ++y) {
+        for (unsigned x = 0; x < width; ++x) {
+            if (!isFlat(truth, x, y)) continue;
+            ++flat;
+            for (unsigned c = 0; c < picture.channels; ++c) {
+                const int wanted = expected(truth, picture, x, y, c), got = picture.at(x, y, c);
+                ASSERT_LE(std::abs(got - wanted), trip.tolerance)
+                    << "x " << x << ", y " << y << ", channel " << c << ": " << got << " instead of " << wanted;
+            }
+        }
+    }
+    EXPECT_GT(flat, width * height / 2);
+}
+
+// Grey words of full depth tint by one step; chroma in bytes is off by up to two; a luma of bytes ends at 65280.
+INSTANTIATE_TEST_SUITE_P(Grey, RoundTrip,
+                         ::testing::Values(Trip{"Mono8", "Mono8", 0}, Trip{"Mono8", "RGBA32", 0},
+                                           Trip{"Mono10", "Mono16", 63}, Trip{"Mono12", "Mono16", 15},
+                                           Trip{"Mono14", "Mono8", 0}, Trip{"Mono16", "Mono16", 0},
+                                           Trip{"Mono16", "RGB24", 1}, Trip{"Mono16 --big-endian", "Mono16", 0},
+                                           Trip{"Mono16 --big-endian", "Mono8", 1},
+                                           Trip{"Mono12 --msb-aligned --big-endian", "BGR48", 15},
+                                           Trip{"Mono16 --bits-used 14", "Mono16", 3}, Trip{"Mono12Packed", "BGR24", 0},
+                                           Trip{"Mono10p", "Mono16", 63}, Trip{"Mono12p", "Mono16", 15}));
+INSTANTIATE_TEST_SUITE_P(Mosaics, RoundTrip,
+                         ::testing::Values(Trip{"BayerRG8", "RGB24", 0}, Trip{"BayerGR8", "BGR24", 0},
+                                           Trip{"BayerGB8", "RGBA32", 0}, Trip{"BayerBG8", "BGRA32", 0},
+                                           Trip{"BayerRG8", "Mono8", 0}, Trip{"BayerRG8", "Mono16", 255}));
+} // namespace

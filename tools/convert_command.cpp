@@ -1,0 +1,138 @@
+#include <cstdio>
+#include <filesystem>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "commands.h"
+#include "conversion.h"
+#include "errors.h"
+#include "files.h"
+#include "frame_options.h"
+#include "help.h"
+#include "picture.h"
+#include "progress.h"
+
+namespace tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct ConvertOptions {
+    FrameOptions frame;
+    std::string output; // empty: what suits the source and the file type
+    std::string type;   // empty: by the file name
+    bool raw = false;
+    fs::path directory; // empty: two files are given, an input and an output
+    std::vector<fs::path> files;
+};
+
+struct Job {
+    fs::path input, output;
+};
+
+void requireInputsSurvive(const std::vector<Job>& jobs) {
+    std::set<fs::path> outputs;
+    for (const Job& job : jobs) {
+        std::error_code none;
+        if (job.output != "-" && fs::equivalent(job.input, job.output, none))
+            throw UsageError(job.output.string() + " is an input and would be overwritten");
+        if (!outputs.insert(job.output).second) throw UsageError("two inputs would both become " + job.output.string());
+    }
+}
+
+std::vector<Job> plan(const ConvertOptions& options, const std::string& ending) {
+    std::vector<Job> jobs;
+    if (!options.directory.empty()) {
+        for (const fs::path& file : options.files) {
+            fs::path name = file == "-" ? fs::path("stdin") : file.filename();
+            jobs.push_back({file, options.directory / name.replace_extension(ending)});
+        }
+    } else if (options.files.size() == 2) {
+        jobs.push_back({options.files[0], options.files[1]});
+    } else {
+        throw UsageError("give one input and one output, or any number of inputs and --output-directory");
+    }
+    requireInputsSurvive(jobs);
+    return jobs;
+}
+
+void makeDirectory(const fs::path& directory) {
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (error) throw Error("cannot make the directory " + directory.string() + ": " + error.message());
+}
+
+void run(const ConvertOptions& options) {
+    const FrameFormat frame = options.frame.frame();
+    const bool many = !options.directory.empty();
+    const std::string typeName = options.raw ? "raw" : !options.type.empty() ? options.type : many ? "png" : "";
+    const std::vector<Job> jobs = plan(options, typeName);
+    const FileType type = typeName.empty() ? fileTypeOf(jobs[0].output) : fileTypeNamed(typeName);
+    const Output output = options.output.empty() ? suitableOutput(frame, type) : outputNamed(options.output);
+    requireHolds(type, output);
+    if (many) makeDirectory(options.directory);
+
+    const Progress progress(jobs.size());
+    std::size_t done = 0, failed = 0;
+    for (const Job& job : jobs) {
+        progress.show(done++, job.input.string());
+        try {
+            Bytes source = readFile(job.input, byteCount(frame), text(frame));
+            writeFile(job.output, encode(convert(frame, std::move(source), output), type));
+        } catch (const Error& error) { // the next file may be better
+            if (jobs.size() == 1) throw;
+            progress.clear();
+            std::fprintf(stderr, "orvella: %s\n", error.what());
+            ++failed;
+        }
+    }
+    progress.clear();
+    if (failed > 0)
+        throw Error(std::to_string(failed) + " of " + std::to_string(jobs.size()) + " inputs were not converted");
+}
+
+constexpr auto examples =
+    "File types: png, tif and tiff hold every output but YUV422; pgm holds grey, ppm RGB, pnm both; raw holds\n"
+    "the plain bytes of any output, 16-bit samples little-endian. Standard output and directories get png.\n"
+    "\n"
+    "Without -t, colour and mosaic sources become RGB24, 8-bit grey ones Mono8, deeper grey ones Mono16.\n"
+    "\n"
+    "Examples:\n"
+    "  orvella convert -f BayerRG8 -s 2448x2048 frame.raw frame.png\n"
+    "      A mosaic becomes a colour picture.\n"
+    "  orvella convert -f Mono12p -s 640x480 -t Mono8 frame.raw frame.tif\n"
+    "      Packed 12-bit grey, shown with 8 bits.\n"
+    "  orvella convert -f BayerGR16 --bits-used 14 -s 768x512 frame.raw frame.png\n"
+    "      14-bit samples in the low bits of 16-bit words.\n"
+    "  orvella convert -f BayerRG8 -s 640x480 --raw -t BGR24 - - < frame.raw | display-program\n"
+    "      From standard input to standard output, as bytes.\n"
+    "  orvella convert -f BayerRG8 -s 640x480 *.raw --output-directory pictures --type png\n"
+    "      Every frame of a directory.";
+
+} // namespace
+
+void addConvertCommand(CLI::App& program) {
+    CLI::App& command = *program.add_subcommand("convert", "Turn raw frames into pictures");
+    const auto options = std::make_shared<ConvertOptions>();
+    setUsage(command, "Usage: orvella convert -f NAME -s WxH [OPTIONS] INPUT OUTPUT\n"
+                      "       orvella convert -f NAME -s WxH [OPTIONS] INPUT... --output-directory DIRECTORY");
+    command.footer(examples);
+    options->frame.addTo(command);
+    command.add_option("-t,--to", options->output, "Output, like RGB24 or Mono8 ('orvella formats' lists them)")
+        ->option_text("NAME");
+    CLI::Option* const type =
+        command
+            .add_option("--type", options->type, "File type, if the name of the output does not say it by its ending")
+            ->option_text("TYPE");
+    command.add_flag("--raw", options->raw, "Write plain bytes, like --type raw")->excludes(type);
+    command
+        .add_option("--output-directory", options->directory, "Where any number of inputs go; made if it is missing")
+        ->option_text("DIRECTORY");
+    command.add_option("FILES", options->files, "Raw frames and the picture; - is standard input or output")
+        ->required();
+    command.callback([options] { run(*options); });
+}
+
+} // namespace tool

@@ -1,0 +1,16 @@
+#pragma once
+#include <stdexcept>
+
+namespace tool {
+
+// Something outside the program is not as it should be: a file, a name, a conversion that is not offered. Exit code 1.
+struct Error : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+// The command line makes no sense, whatever the files hold. Exit code 2.
+struct UsageError : std::runtime_error {
+    using std::runtime_error::runtime_error;
+};
+
+} // namespace tool

@@ -1,0 +1,143 @@
+#include "files.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+#include "errors.h"
+
+namespace tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class Descriptor {
+public:
+    explicit Descriptor(int number) : number_(number) {}
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
+    int operator*() const { return number_; }
+    bool close() { return ::close(std::exchange(number_, -1)) == 0; } // false: a write failed late
+
+private:
+    int number_;
+};
+
+[[noreturn]] void fail(const std::string& what, int error = errno) { throw Error(what + ": " + std::strerror(error)); }
+
+// Up to `limit` bytes.
+Bytes readUpTo(int descriptor, std::uint64_t limit, const std::string& name) {
+    constexpr std::uint64_t step = 1 << 20;
+    Bytes content;
+    std::size_t filled = 0;
+    while (filled < limit) {
+        if (filled == content.size()) content.resize(std::min(limit, std::max(2 * std::uint64_t{filled}, step)));
+        const ssize_t count = ::read(descriptor, content.data() + filled, content.size() - filled);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) fail("cannot read " + name);
+        if (count == 0) break;
+        filled += static_cast<std::size_t>(count);
+    }
+    content.resize(filled);
+    return content;
+}
+
+void writeAll(int descriptor, const Bytes& content, const std::string& name) {
+    std::size_t written = 0;
+    while (written < content.size()) {
+        const ssize_t count = ::write(descriptor, content.data() + written, content.size() - written);
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) fail("cannot write " + name);
+        written += static_cast<std::size_t>(count);
+    }
+}
+
+// A new file beside `target`, gone again unless it is put in the target's place.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const fs::path& target)
+        : target_(target), path_((target.parent_path() / ".orvella.XXXXXX").string()),
+          descriptor_(::mkstemp(path_.data())) {
+        if (*descriptor_ < 0) fail("cannot write " + target_.string());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (!path_.empty()) ::unlink(path_.c_str());
+    }
+
+    int descriptor() const { return *descriptor_; }
+
+    void replaceTarget(mode_t mode) {
+        if (::fchmod(*descriptor_, mode) != 0 || !descriptor_.close() || ::rename(path_.c_str(), target_.c_str()) != 0)
+            fail("cannot write " + target_.string());
+        path_.clear();
+    }
+
+private:
+    fs::path target_;
+    std::string path_;
+    Descriptor descriptor_;
+};
+
+mode_t modeOfNewFiles() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+} // namespace
+
+std::string inputName(const fs::path& path) { return path == "-" ? "standard input" : path.string(); }
+std::string outputName(const fs::path& path) { return path == "-" ? "standard output" : path.string(); }
+
+Bytes readFile(const fs::path& path, std::uint64_t size, const std::string& what) {
+    const std::string name = inputName(path);
+    const Descriptor file(path == "-" ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (*file < 0) fail("cannot open " + name);
+
+    struct stat status {};
+    if (::fstat(*file, &status) != 0) fail("cannot read " + name);
+    const bool sizeKnown = S_ISREG(status.st_mode) && path != "-";
+    const auto mismatch = [&](const std::string& found) {
+        return Error(name + ": expected " + std::to_string(size) + " bytes for " + what + ", found " + found);
+    };
+    const auto fileSize = static_cast<std::uint64_t>(status.st_size);
+    if (sizeKnown && fileSize != size) throw mismatch(std::to_string(fileSize));
+
+    Bytes content = readUpTo(*file, size + 1, name); // one more, to notice a longer stream
+    if (content.size() > size) throw mismatch("more");
+    if (content.size() < size) throw mismatch(std::to_string(content.size()));
+    return content;
+}
+
+void writeFile(const fs::path& path, const Bytes& content) {
+    if (path == "-") return writeAll(STDOUT_FILENO, content, outputName(path));
+
+    std::error_code none;
+    const auto status = fs::status(path, none);
+    const bool replaces = fs::exists(status);
+    if (fs::is_directory(status)) fail("cannot write " + path.string(), EISDIR);
+    if (replaces && ::access(path.c_str(), W_OK) != 0) fail("cannot write " + path.string());
+
+    if (replaces && !fs::is_regular_file(status)) {
+        Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+        if (*file < 0) fail("cannot write " + path.string());
+        writeAll(*file, content, path.string());
+        if (!file.close()) fail("cannot write " + path.string());
+        return;
+    }
+    TemporaryFile file(replaces ? fs::canonical(path) : path); // what a link points to is replaced, not the link
+    writeAll(file.descriptor(), content, path.string());
+    file.replaceTarget(replaces ? static_cast<mode_t>(status.permissions()) : modeOfNewFiles());
+}
+
+} // namespace tool

@@ -1,0 +1,104 @@
+#include "picture.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "errors.h"
+
+namespace tool {
+
+namespace {
+
+struct Type {
+    std::string_view name;
+    FileType type;
+};
+constexpr Type types[] = {{"png", FileType::png}, {"pgm", FileType::pgm},  {"ppm", FileType::ppm},
+                          {"pnm", FileType::pnm}, {"tif", FileType::tiff}, {"tiff", FileType::tiff},
+                          {"raw", FileType::raw}};
+constexpr std::string_view typeList = "png, pgm, ppm, pnm, tif, tiff, raw";
+
+const Type* find(std::string name) {
+    std::ranges::transform(name, name.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    const auto* const found = std::ranges::find(types, name, &Type::name);
+    return found == std::end(types) ? nullptr : found;
+}
+
+// Without pixels. No channels if no picture is made of this output.
+Picture shapeOf(const Output& output, Size size) {
+    switch (output.code) {
+    case OrvOutputMono8:
+    case OrvOutputMono8Rec709: return {size, 1, 8, {}};
+    case OrvOutputMono16:
+    case OrvOutputMono16Rec709: return {size, 1, 16, {}};
+    case OrvOutputBgr24:
+    case OrvOutputRgb24: return {size, 3, 8, {}};
+    case OrvOutputBgr48:
+    case OrvOutputRgb48: return {size, 3, 16, {}};
+    case OrvOutputBgra32:
+    case OrvOutputRgba32: return {size, 4, 8, {}};
+    default: return {size, 0, 8, {}};
+    }
+}
+
+bool isBlueFirst(const Output& output) {
+    return output.code == OrvOutputBgr24 || output.code == OrvOutputBgra32 || output.code == OrvOutputBgr48;
+}
+
+void exchangeRedAndBlue(Picture& picture) {
+    const std::size_t sample = picture.bits / 8, pixel = sample * picture.channels;
+    for (std::size_t i = 0; i < picture.bytes.size(); i += pixel) {
+        const auto first = picture.bytes.begin() + static_cast<std::ptrdiff_t>(i);
+        std::swap_ranges(first, first + static_cast<std::ptrdiff_t>(sample),
+                         first + static_cast<std::ptrdiff_t>(2 * sample));
+    }
+}
+
+} // namespace
+
+FileType fileTypeNamed(const std::string& name) {
+    if (const Type* const type = find(name)) return type->type;
+    throw UsageError("unknown file type '" + name + "'; known: " + std::string(typeList));
+}
+
+FileType fileTypeOf(const std::filesystem::path& path) {
+    if (path == "-") return FileType::png;
+    const std::string ending = path.extension().string();
+    if (const Type* const type = ending.empty() ? nullptr : find(ending.substr(1))) return type->type;
+    throw UsageError("the ending of '" + path.string() + "' says no known file type (" + std::string(typeList) +
+                     "); rename it or use --type");
+}
+
+void requireHolds(FileType type, const Output& output) {
+    const auto refuse = [&](const std::string& reason) {
+        throw UsageError(reason + ", not " + std::string(output.names[0]) +
+                         "; choose another output (-t) or file type, or --raw");
+    };
+    const unsigned channels = shapeOf(output, {}).channels;
+    if (type == FileType::raw) return;
+    if (channels == 0) refuse("pictures hold grey and RGB pixels");
+    if (type == FileType::pgm && channels != 1) refuse("PGM files hold grey pixels");
+    if (type == FileType::ppm && channels != 3) refuse("PPM files hold RGB pixels without alpha");
+    if (type == FileType::pnm && channels == 4) refuse("PNM files hold grey and RGB pixels without alpha");
+}
+
+Output suitableOutput(const FrameFormat& frame, FileType type) {
+    const bool grey = frame.pixels.samples == Samples::grey;
+    if (type == FileType::ppm || (!grey && type != FileType::pgm)) return outputNamed("RGB24");
+    const Output& deep = outputNamed("Mono16");
+    return grey && frame.pixels.bits > 8 && isOffered(frame, deep) ? deep : outputNamed("Mono8");
+}
+
+Bytes encode(Image image, FileType type) {
+    if (type == FileType::raw) return std::move(image.bytes);
+    Picture picture = shapeOf(image.output, image.size);
+    picture.bytes = std::move(image.bytes);
+    if (isBlueFirst(image.output)) exchangeRedAndBlue(picture);
+    switch (type) {
+    case FileType::png: return encodePng(picture);
+    case FileType::tiff: return encodeTiff(picture);
+    default: return encodePnm(picture);
+    }
+}
+
+} // namespace tool

@@ -1,0 +1,39 @@
+// Pictures and the files that hold them.
+#pragma once
+#include <filesystem>
+
+#include "conversion.h"
+
+namespace tool {
+
+// Rows of pixels without padding: grey, R G B or R G B A; 16-bit samples are little-endian words.
+struct Picture {
+    Size size;
+    unsigned channels = 1; // 1, 3, 4
+    unsigned bits = 8;     // 8, 16
+    Bytes bytes;
+
+    std::size_t rowBytes() const { return std::size_t{size.width} * channels * bits / 8; }
+};
+
+enum class FileType { png, pgm, ppm, pnm, tiff, raw };
+
+// "png", "tif", ..., whatever the case of its letters. Throws UsageError.
+FileType fileTypeNamed(const std::string& name);
+// By the ending of the name; PNG for "-". Throws UsageError.
+FileType fileTypeOf(const std::filesystem::path& path);
+
+// Throws UsageError if files of this type cannot hold the output. Raw files hold every one.
+void requireHolds(FileType type, const Output& output);
+
+// The output that shows as much of the frame as the file type can: RGB24, Mono8 or Mono16.
+Output suitableOutput(const FrameFormat& frame, FileType type);
+
+// The content of such a file. Throws Error.
+Bytes encode(Image image, FileType type);
+
+Bytes encodePng(const Picture& picture);
+Bytes encodePnm(const Picture& picture);
+Bytes encodeTiff(const Picture& picture);
+
+} // namespace tool

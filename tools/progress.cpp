@@ -1,0 +1,24 @@
+#include "progress.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace tool {
+
+Progress::Progress(std::size_t steps) : steps_(steps), visible_(steps > 1 && ::isatty(STDERR_FILENO) == 1) {}
+
+void Progress::show(std::size_t done, const std::string& current) const {
+    if (!visible_) return;
+    constexpr std::size_t width = 30;
+    std::string bar(width, ' ');
+    bar.replace(0, width * done / steps_, width * done / steps_, '#');
+    clear();
+    std::fprintf(stderr, "[%s] %zu/%zu %.40s", bar.c_str(), done, steps_, current.c_str());
+    std::fflush(stderr);
+}
+
+void Progress::clear() const {
+    if (visible_) std::fputs("\r\x1b[K", stderr);
+}
+
+} // namespace tool
