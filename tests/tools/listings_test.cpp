@@ -43,8 +43,8 @@ TEST_F(Listings, InfoAndVersionAgree) {
 }
 
 TEST_F(Listings, EveryCommandExplainsItself) {
-    for (const std::string command : {"", "convert ", "formats ", "info ", "chart ", "grab "})
-        EXPECT_NE(succeed(command + "--help").out.find("Usage: orvella " + command), std::string::npos) << command;
+    for (const std::string command : {"", "convert", "formats", "info", "chart", "grab"})
+        EXPECT_NE(succeed(command + " --help").out.find("Usage: orvella " + command), std::string::npos) << command;
 }
 
 TEST_F(Listings, GrabTakesFramesOfTheSimulatedCamera) {

@@ -83,4 +83,19 @@ INSTANTIATE_TEST_SUITE_P(Mosaics, RoundTrip,
                          ::testing::Values(Trip{"BayerRG8", "RGB24", 0}, Trip{"BayerGR8", "BGR24", 0},
                                            Trip{"BayerGB8", "RGBA32", 0}, Trip{"BayerBG8", "BGRA32", 0},
                                            Trip{"BayerRG8", "Mono8", 0}, Trip{"BayerRG8", "Mono16", 255}));
+INSTANTIATE_TEST_SUITE_P(DeepMosaics, RoundTrip,
+                         ::testing::Values(Trip{"BayerRG10", "RGB24", 0}, Trip{"BayerGR10 --msb-aligned", "BGR24", 0},
+                                           Trip{"BayerGB12 --big-endian", "RGB24", 0}, Trip{"BayerBG12", "BGR48", 15},
+                                           Trip{"BayerRG16", "RGB24", 0}, Trip{"BayerGR16 --big-endian", "RGBA32", 0},
+                                           Trip{"BayerGB16 --bits-used 14", "BGR48", 3},
+                                           Trip{"BayerBG12Packed", "RGB24", 0}, Trip{"BayerRG12Packed", "RGB24", 0},
+                                           Trip{"BayerGR10p", "RGB24", 0}, Trip{"BayerGB10p", "Mono16", 64},
+                                           Trip{"BayerBG12p", "RGB24", 0}, Trip{"BayerRG12p", "Mono8", 1}));
+INSTANTIATE_TEST_SUITE_P(Colour, RoundTrip,
+                         ::testing::Values(Trip{"Rgb8", "RGB24", 0}, Trip{"Bgr8", "RGBA32", 0},
+                                           Trip{"Rgba8", "BGR24", 0}, Trip{"Bgra8", "BGRA32", 0},
+                                           Trip{"Argb8", "Mono8", 0}, Trip{"Yuv411", "RGB24", 2},
+                                           Trip{"Yuv422", "BGR24", 2}, Trip{"Yuv444", "RGBA32", 2},
+                                           Trip{"YCbCr422_8_CbYCrY", "Mono8", 2}));
+
 } // namespace
