@@ -9,7 +9,7 @@ namespace tool {
 namespace {
 
 void require(OrvErrorType code) {
-    if (code != OrvErrorSuccess) throw Error(errorText(code) + " (" + std::to_string(code) + ")");
+    if (code != OrvErrorSuccess) throw Refusal(errorText(code) + " (" + std::to_string(code) + ")");
 }
 
 OrvImage describe(const FrameFormat& frame) {
@@ -90,8 +90,8 @@ Image convert(const FrameFormat& frame, Bytes source, const Output& output) {
     Image image{output, frame.size, {}};
     const OrvErrorType code = transform(frame, source, image);
     if (code == OrvErrorSuccess) return image;
-    throw Error("cannot convert " + text(frame) + " to " + std::string(output.names[0]) + ": " + errorText(code) +
-                " (" + std::to_string(code) + "); " + hint(frame, output));
+    throw Refusal("cannot convert " + text(frame) + " to " + std::string(output.names[0]) + ": " + errorText(code) +
+                  " (" + std::to_string(code) + "); " + hint(frame, output));
 }
 
 bool isOffered(const FrameFormat& frame, const Output& output) { return accepts(frame, output, {4, 4}); }

@@ -18,7 +18,7 @@ struct Image {
 // Bytes of such a frame.
 std::uint64_t byteCount(const FrameFormat& frame);
 
-// Throws Error with the library's text when it refuses.
+// Throws Refusal with the library's text and what could be changed.
 Image convert(const FrameFormat& frame, Bytes source, const Output& output);
 
 // Whether the library converts such frames to this output at all. Asks by converting a tiny image.

@@ -81,6 +81,8 @@ void run(const ConvertOptions& options) {
         try {
             Bytes source = readFile(job.input, byteCount(frame), text(frame));
             writeFile(job.output, encode(convert(frame, std::move(source), output), type));
+        } catch (const Refusal&) {
+            throw;
         } catch (const Error& error) { // the next file may be better
             if (jobs.size() == 1) throw;
             progress.clear();

@@ -1,4 +1,6 @@
 // Files, streams and names of the converter.
+#include <algorithm>
+
 #include "pictures.h"
 #include "program.h"
 
@@ -111,6 +113,14 @@ TEST_F(Convert, ABadInputDoesNotStopTheOthers) {
                            "orvella: cannot open missing.raw: No such file or directory\n"
                            "orvella: 2 of 3 inputs were not converted\n");
     EXPECT_EQ(files(), (Names{"grey.raw", "mosaic.raw", "mosaic.tif", "short.raw"}));
+}
+
+TEST_F(Convert, ARefusedConversionIsReportedOnce) {
+    writeFile(path("first.raw"), std::string(9, 'x'));
+    writeFile(path("second.raw"), std::string(9, 'x'));
+    const Outcome outcome = run("convert -f BayerRG8 -s 3x3 first.raw second.raw --output-directory .");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_EQ(std::count(outcome.err.begin(), outcome.err.end(), '\n'), 1) << outcome.err;
 }
 
 TEST_F(Convert, ReplacesAFileThroughALinkAndKeepsItsMode) {

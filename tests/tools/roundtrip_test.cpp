@@ -1,4 +1,5 @@
 // A chart goes through the program as a raw frame of every kind; where the chart is flat, the picture must equal it.
+#include <algorithm>
 #include <cstdlib>
 #include <ostream>
 
