@@ -1,5 +1,7 @@
 // What goes wrong: one line that says what was expected, the exit code, and no file left behind.
 #include <algorithm>
+#include <csignal>
+#include <sys/resource.h>
 
 #include "program.h"
 
@@ -103,11 +105,20 @@ TEST_F(Errors, Usage) {
     EXPECT_EQ(readFile(path("in.raw")), content);
 }
 
-TEST_F(Errors, StandardOutputThatIsFull) {
-    writeFile(path("in.raw"), std::string(64, 'x'));
-    std::filesystem::create_symlink("/dev/full", path("full.raw"));
-    EXPECT_EQ(run("chart -f Mono8 -s 8x8 full.raw").code, 1);
-    EXPECT_TRUE(std::filesystem::is_symlink(path("full.raw")));
+TEST_F(Errors, ADiskThatFillsUp) {
+    writeFile(path("in.raw"), std::string(10000, 'x'));
+    writeFile(path("old.raw"), "old");
+    rlimit unlimited{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &unlimited), 0);
+    const rlimit limited{5000, unlimited.rlim_max}; // the program's files cannot grow beyond this
+    ::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limited), 0);
+    const std::string convert = "convert -f Mono8 -s 100x100 -t BGR24 in.raw ";
+    expectEach({{convert + "new.raw", 1, {"new.raw", "File too large"}},
+                {convert + "old.raw", 1, {"old.raw", "File too large"}}});
+    ::setrlimit(RLIMIT_FSIZE, &unlimited);
+    ::signal(SIGXFSZ, SIG_DFL);
+    EXPECT_EQ(readFile(path("old.raw")), "old");
 }
 
 } // namespace
