@@ -45,6 +45,26 @@ class List {
 public:
     std::vector<Conversion> rows;
 
+    // One row for a function that is called by itself, with the destination's planes, if any, one after the other.
+    void addCall(const std::string& source, const std::string& method, const std::string& output, unsigned sourceBits,
+                 unsigned destinationBytes, decltype(Conversion::convert) call, unsigned widthStep = 1) {
+        Conversion row;
+        row.source = source;
+        row.method = method;
+        row.output = output;
+        row.sourceBits = sourceBits;
+        row.destinationBytes = destinationBytes;
+        row.widthStep = widthStep;
+        row.convert = std::move(call);
+        rows.push_back(std::move(row));
+    }
+    void addMosaicCall(const std::string& source, const std::string& method, const std::string& output,
+                       unsigned sourceBits, unsigned destinationBytes, decltype(Conversion::convert) call) {
+        addCall(source, method, output, sourceBits, destinationBytes, std::move(call), 2);
+        rows.back().heightStep = 2;
+        rows.back().patterns = 4;
+    }
+
     // One row per output, through OrvImageTransform.
     void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
              OrvDebayerMode mode = OrvDebayerMode2x2) {
@@ -94,6 +114,21 @@ Source bigEndian(Source source) {
 Source mosaic(const std::string& name, OrvPixelFormatType rg, OrvPixelFormatType gb, OrvPixelFormatType gr,
               OrvPixelFormatType bg) {
     return {.name = name, .format = {rg, gb, gr, bg}, .widthStep = 2, .heightStep = 2, .patterns = 4};
+}
+
+// Calls of a one-call converter of pixels, of a mosaic, and of a splitter into planes.
+template <auto function> OrvErrorType ofPixels(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+    return function(d, s, w * h);
+}
+template <auto function>
+OrvErrorType ofMosaic(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t pattern) {
+    return function(d, s, w, h, static_cast<std::int32_t>(pattern));
+}
+template <auto function, bool withLuma>
+OrvErrorType ofPlanes(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+    const std::size_t n = std::size_t{w} * h;
+    auto* planes = static_cast<std::uint8_t*>(d);
+    return function(planes, planes + n, planes + 2 * n, withLuma ? planes + 3 * n : nullptr, s, w, h);
 }
 
 std::vector<Conversion> all() {
@@ -147,6 +182,21 @@ std::vector<Conversion> all() {
     list.add(mosaic("Bayer12p", OrvPixelFormatBayerRG12p, OrvPixelFormatBayerGB12p, OrvPixelFormatBayerGR12p,
                     OrvPixelFormatBayerBG12p),
              {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
+
+    list.addCall("RGB8", "double precision", "Mono8", 24, 1, ofPixels<OrvRGB8ToY8>);
+    list.addCall("RGB8", "planes", "R G B", 24, 3, ofPlanes<OrvRGB8ToRGBYPlanes, false>);
+    list.addCall("RGB8", "planes", "R G B Y", 24, 4, ofPlanes<OrvRGB8ToRGBYPlanes, true>);
+    list.addCall("YUV 4:1:1", "planes", "R G B", 12, 3, ofPlanes<OrvYUV411ToRGBYPlanes, false>, 4);
+    list.addCall("YUV 4:1:1", "planes", "R G B Y", 12, 4, ofPlanes<OrvYUV411ToRGBYPlanes, true>, 4);
+    list.addCall("YUV 4:2:2", "planes", "R G B", 16, 3, ofPlanes<OrvYUV422ToRGBYPlanes, false>, 2);
+    list.addCall("YUV 4:2:2", "planes", "R G B Y", 16, 4, ofPlanes<OrvYUV422ToRGBYPlanes, true>, 2);
+    list.addCall("YUV 4:4:4", "planes", "R G B", 24, 3, ofPlanes<OrvYUV444ToRGBYPlanes, false>);
+    list.addCall("YUV 4:4:4", "planes", "R G B Y", 24, 4, ofPlanes<OrvYUV444ToRGBYPlanes, true>);
+
+    list.addMosaicCall("Bayer8", "2x2 grey", "BGR24", 8, 3, ofMosaic<OrvRaw8ToBGR_mono>);
+    list.addMosaicCall("Bayer12Packed", "2x2 whole", "BGR48", 12, 6, ofMosaic<OrvRaw12ToBGR16>);
+    list.addMosaicCall("Bayer16 big-endian", "2x2 whole", "BGR48", 16, 6, ofMosaic<OrvRaw16ToBGR16>);
+    list.addMosaicCall("Bayer16 big-endian", "2x2 whole", "Mono16", 16, 2, ofMosaic<OrvRaw16ToY16>);
 
     return std::move(list.rows);
 }

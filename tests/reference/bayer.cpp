@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstring>
 
 #include "reference/families.h"
@@ -80,6 +81,26 @@ void bayer10p(const Job& job) {
 void bayer12p(const Job& job) {
     by2x2(
         job, [&](std::size_t x, std::size_t y) { return sample12p(job.source + y * (job.width * 12 / 8), x); }, 16);
+}
+
+void bayer8Grey(const Job& job) {
+    const auto sample = [&](std::size_t x, std::size_t y) { return int{job.source[y * job.width + x]}; };
+    for (std::size_t i = 0; i < job.pixels(); ++i) {
+        const std::size_t x = std::min(i % job.width, job.width - 2), y = std::min(i / job.width, job.height - 2);
+        Byte luma = 0;
+        put(&luma, 0, Output::mono8, blockColour(sample, job.pattern, x, y, 8));
+        put(job.destination, i, job.output, {luma, luma, luma});
+    }
+}
+
+void bayer12PackedWhole(const Job& job) {
+    by2x2(
+        job, [&](std::size_t x, std::size_t y) { return sample12Packed(job.source + y * (job.width / 2 * 3), x); }, 16);
+}
+
+void bayer16Whole(const Job& job) {
+    by2x2(
+        job, [&](std::size_t x, std::size_t y) { return bigEndian(job.source + 2 * (y * job.width + x)); }, 16);
 }
 
 } // namespace reference

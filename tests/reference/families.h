@@ -24,6 +24,11 @@ void bgra8(const Job& job);
 void yuv411(const Job& job);
 void yuv422(const Job& job);
 void yuv444(const Job& job);
+void rgb8ByDoublePrecision(const Job& job);
+void rgb8Planes(const Job& job);
+void yuv411Planes(const Job& job);
+void yuv422Planes(const Job& job);
+void yuv444Planes(const Job& job);
 Colour yuvColour(int y, int u, int v);
 
 // Bayer
@@ -37,8 +42,12 @@ void bayer16FirstByte(const Job& job);
 void bayer12Packed(const Job& job);
 void bayer10p(const Job& job);
 void bayer12p(const Job& job);
+void bayer8Grey(const Job& job);
+void bayer12PackedWhole(const Job& job);
+void bayer16Whole(const Job& job);
 
 // Sample i of a row of packed samples, MSB-aligned in 16 bits.
+int sample12Packed(const Byte* row, std::size_t i);
 int sample10p(const Byte* row, std::size_t i);
 int sample12p(const Byte* row, std::size_t i);
 

@@ -49,6 +49,12 @@ int sample12p(const Byte* row, std::size_t i) {
     return i % 2 == 0 ? word * 16 & 0xFFFF : word & 0xFFF0;
 }
 
+int sample12Packed(const Byte* row, std::size_t i) {
+    const Byte* group = row + i / 2 * 3;
+    const int value = i % 2 == 0 ? group[0] << 4 | (group[1] & 0x0F) : group[2] << 4 | group[1] >> 4;
+    return value << 4;
+}
+
 void mono8(const Job& job) {
     for (std::size_t i = 0; i < job.pixels(); ++i) put(job.destination, i, job.output, grey(job.source[i], 8));
 }

@@ -7,7 +7,21 @@ namespace reference {
 
 using Byte = std::uint8_t;
 
-enum class Output { mono8, bgr24, bgra32, rgb24, rgba32, mono8Rec709, uyvy, mono16, mono16Rec709, bgr48, rgb48 };
+enum class Output {
+    mono8,
+    bgr24,
+    bgra32,
+    rgb24,
+    rgba32,
+    mono8Rec709,
+    uyvy,
+    mono16,
+    mono16Rec709,
+    bgr48,
+    rgb48,
+    planes,
+    planesWithLuma
+};
 
 struct Colour {
     int r, g, b;
@@ -17,7 +31,8 @@ struct Colour {
 
 std::size_t bytesPerPixel(Output output);
 
-// Writes pixel `index` of an image. Of a UYVY pair, the first pixel writes what both write, the second completes it.
+// Writes pixel `index` of an image (of any output but the planes). Of a UYVY pair, the first pixel writes what both
+// write, the second completes it.
 void put(Byte* image, std::size_t index, Output output, const Colour& colour);
 
 // Copies pixel `from` to pixel `to`: its colour only, or all its bytes.

@@ -48,10 +48,19 @@ constexpr Entry entries[] = {
     {"Bayer12Packed", "2x2", bayer12Packed},
     {"Bayer10p", "2x2", bayer10p},
     {"Bayer12p", "2x2", bayer12p},
+
+    {"RGB8", "double precision", rgb8ByDoublePrecision},
+    {"RGB8", "planes", rgb8Planes},
+    {"YUV 4:1:1", "planes", yuv411Planes},
+    {"YUV 4:2:2", "planes", yuv422Planes},
+    {"YUV 4:4:4", "planes", yuv444Planes},
+    {"Bayer8", "2x2 grey", bayer8Grey},
+    {"Bayer12Packed", "2x2 whole", bayer12PackedWhole},
+    {"Bayer16 big-endian", "2x2 whole", bayer16Whole},
 };
 
-constexpr const char* outputNames[] = {"Mono8", "BGR24",  "BGRA32",        "RGB24", "RGBA32", "Mono8 BT.709",
-                                       "UYVY",  "Mono16", "Mono16 BT.709", "BGR48", "RGB48"};
+constexpr const char* outputNames[] = {"Mono8",  "BGR24",         "BGRA32", "RGB24", "RGBA32", "Mono8 BT.709", "UYVY",
+                                       "Mono16", "Mono16 BT.709", "BGR48",  "RGB48", "R G B",  "R G B Y"};
 
 } // namespace
 
