@@ -43,9 +43,11 @@ std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
 // Widths around multiples of every vector's length, and heights that need every border rule.
 std::vector<Size> sizesFor(const Conversion& conversion) {
     std::vector<Size> sizes;
-    for (const std::uint32_t width : {1,  2,  3,  4,  5,  6,  7,  8,  10,  14,  15,  16,  17,  18,  31,  32,  33, 34,
-                                      48, 62, 63, 64, 65, 66, 68, 96, 126, 127, 128, 130, 192, 254, 256, 257, 262})
-        for (const std::uint32_t height : {1, 2, 3, 4, 6, 10})
+    constexpr std::uint32_t widths[] = {1,  2,  3,  4,  5,  6,  7,  8,  10,  14,  15,  16,  17,  18,  31,  32,  33, 34,
+                                        48, 62, 63, 64, 65, 66, 68, 96, 126, 127, 128, 130, 192, 254, 256, 257, 262};
+    constexpr std::uint32_t heights[] = {1, 2, 3, 4, 6, 10};
+    for (const std::uint32_t width : widths)
+        for (const std::uint32_t height : heights)
             if (width % conversion.widthStep == 0 && height % conversion.heightStep == 0 &&
                 (conversion.heightStep > 1 || height <= 3))
                 sizes.push_back({width, height});
