@@ -30,6 +30,7 @@ struct Source {
     OrvPixelFormatType format[4]; // mosaics: by Bayer pattern; others: the first counts
     bool bigEndian = false;
     unsigned widthStep = 1, heightStep = 1, patterns = 1;
+    bool inPlace = false; // for outputs that are no larger
 };
 
 OrvImage describe(const Source& source, void* data, std::uint32_t width, std::uint32_t height, std::uint32_t pattern) {
@@ -83,6 +84,7 @@ public:
             row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
             const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
             row.beyond = source.name == "Mono16" && colour ? 1 : 0;
+            row.inPlace = source.inPlace && 8 * row.destinationBytes <= row.sourceBits;
             row.overwritesSource = mode >= OrvDebayerModeLCAA;
             row.convert = [source, code, mode](void* d, void* s, std::uint32_t width, std::uint32_t height,
                                                std::uint32_t pattern) {
@@ -101,10 +103,11 @@ public:
 };
 
 Source mono(const std::string& name, OrvPixelFormatType format, unsigned widthStep = 1) {
-    return {.name = name, .format = {format}, .widthStep = widthStep};
+    return {.name = name, .format = {format}, .widthStep = widthStep, .inPlace = true};
 }
-Source colour(const std::string& name, OrvPixelFormatType format, unsigned widthStep = 1) {
-    return mono(name, format, widthStep);
+Source rgb(const std::string& name, OrvPixelFormatType format) { return mono(name, format); }
+Source yuv(const std::string& name, OrvPixelFormatType format, unsigned widthStep) {
+    return {.name = name, .format = {format}, .widthStep = widthStep};
 }
 Source bigEndian(Source source) {
     source.name += " big-endian";
@@ -146,13 +149,13 @@ std::vector<Conversion> all() {
     list.add(mono("Mono10p", OrvPixelFormatMono10p), {0, 1, 2, 3, 4, 5, 7, 8});
     list.add(mono("Mono12p", OrvPixelFormatMono12p, 2), {0, 1, 2, 3, 4, 5, 7, 8});
 
-    list.add(colour("RGB8", OrvPixelFormatRgb8), {0, 1, 2, 3, 4, 5});
-    list.add(colour("BGR8", OrvPixelFormatBgr8), {0, 1, 2, 3, 4, 5});
-    list.add(colour("RGBA8", OrvPixelFormatRgba8), {0, 1, 2, 3, 4, 5});
-    list.add(colour("BGRA8", OrvPixelFormatBgra8), {0, 1, 2, 3, 4, 5});
-    list.add(colour("YUV 4:1:1", OrvPixelFormatYuv411, 4), {0, 1, 2, 3, 4, 5});
-    list.add(colour("YUV 4:2:2", OrvPixelFormatYuv422, 2), {0, 1, 2, 3, 4, 5});
-    list.add(colour("YUV 4:4:4", OrvPixelFormatYuv444), {0, 1, 2, 3, 4, 5});
+    list.add(rgb("RGB8", OrvPixelFormatRgb8), {0, 1, 2, 3, 4, 5});
+    list.add(rgb("BGR8", OrvPixelFormatBgr8), {0, 1, 2, 3, 4, 5});
+    list.add(rgb("RGBA8", OrvPixelFormatRgba8), {0, 1, 2, 3, 4, 5});
+    list.add(rgb("BGRA8", OrvPixelFormatBgra8), {0, 1, 2, 3, 4, 5});
+    list.add(yuv("YUV 4:1:1", OrvPixelFormatYuv411, 4), {0, 1, 2, 3, 4, 5});
+    list.add(yuv("YUV 4:2:2", OrvPixelFormatYuv422, 2), {0, 1, 2, 3, 4, 5});
+    list.add(yuv("YUV 4:4:4", OrvPixelFormatYuv444, 1), {0, 1, 2, 3, 4, 5});
 
     const Source bayer8 = mosaic("Bayer8", OrvPixelFormatBayerRG8, OrvPixelFormatBayerGB8, OrvPixelFormatBayerGR8,
                                  OrvPixelFormatBayerBG8);

@@ -24,6 +24,7 @@ struct Conversion {
     unsigned beyond = 0;           // bytes behind the source that are read as well
     bool keepsFourthByte = false;  // of each destination pixel
     bool overwritesSource = false; // uses the source as scratch
+    bool inPlace = false;          // destination and source may be the same
 
     // 0 on success. `pattern` counts for mosaics only.
     std::function<OrvErrorType(void* destination, void* source, std::uint32_t width, std::uint32_t height,

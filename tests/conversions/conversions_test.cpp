@@ -2,34 +2,35 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <random>
+#include <cctype>
+#include <optional>
+#include <string>
+#include <vector>
 
 #include "catalogue/conversions.h"
-#include "kernels/level.h"
 #include "reference/reference.h"
+#include "support/compare.h"
+#include "support/fill.h"
 #include "support/guarded_buffer.h"
+#include "support/levels.h"
 
 namespace {
 
 using catalogue::Conversion;
-using support::GuardedBuffer;
+using support::Bytes;
+using support::Contents;
 using support::Place;
-
-struct Size {
-    std::uint32_t width, height;
-};
 
 struct Case {
     const Conversion* conversion;
     kel::Level level;
 };
 
-std::vector<Case> allCases() {
+template <class Wanted> std::vector<Case> cases(const Wanted& wanted) {
     std::vector<Case> cases;
-    for (const kel::Level level : kel::levels)
-        for (const Conversion& conversion : catalogue::conversions())
-            if (level <= kel::highestLevel()) cases.push_back({&conversion, level});
+    for (const Conversion& conversion : catalogue::conversions())
+        for (const kel::Level level : kel::levels)
+            if (wanted(conversion)) cases.push_back({&conversion, level});
     return cases;
 }
 
@@ -40,12 +41,17 @@ std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
     return name;
 }
 
+struct Size {
+    std::uint32_t width, height;
+};
+
 // Widths around multiples of every vector's length, and heights that need every border rule.
 std::vector<Size> sizesFor(const Conversion& conversion) {
     std::vector<Size> sizes;
-    constexpr std::uint32_t widths[] = {1,  2,  3,  4,  5,  6,  7,  8,  10,  14,  15,  16,  17,  18,  31,  32,  33, 34,
-                                        48, 62, 63, 64, 65, 66, 68, 96, 126, 127, 128, 130, 192, 254, 256, 257, 262};
-    constexpr std::uint32_t heights[] = {1, 2, 3, 4, 6, 10};
+    constexpr std::uint32_t widths[] = {1,  2,  3,   4,   5,   6,   7,   8,   10,  14,  15,  16,
+                                        17, 18, 31,  32,  33,  34,  48,  62,  63,  64,  65,  66,
+                                        68, 96, 126, 127, 128, 130, 192, 254, 256, 257, 260, 262};
+    constexpr std::uint32_t heights[] = {1, 2, 3, 4, 6, 12};
     for (const std::uint32_t width : widths)
         for (const std::uint32_t height : heights)
             if (width % conversion.widthStep == 0 && height % conversion.heightStep == 0 &&
@@ -54,64 +60,140 @@ std::vector<Size> sizesFor(const Conversion& conversion) {
     return sizes;
 }
 
-// Noise, with many bytes at the ends of their range, where sums overflow and clamps bite.
-void fill(std::span<std::uint8_t> bytes, std::minstd_rand& random) {
-    for (std::uint8_t& byte : bytes) {
-        const auto value = random() >> 8;
-        byte = value % 4 == 0 ? (value & 0x100 ? 255 : 0) : static_cast<std::uint8_t>(value >> 16);
-    }
+// One size with whole blocks and a tail at every level.
+Size mixedSize(const Conversion& conversion) { return {260, conversion.heightStep > 1 ? 8U : 2U}; }
+
+// What a conversion is given.
+struct Input {
+    Size size;
+    std::uint32_t pattern;
+    Bytes source, prefill; // of the destination
+};
+
+struct Arrangement {
+    Place place;
+    std::size_t sourceShift = 0, destinationShift = 0;
+};
+
+std::ostream& operator<<(std::ostream& out, const Arrangement& a) {
+    out << (a.place == Place::atStart ? "behind" : "before") << " a protected page";
+    if (a.sourceShift || a.destinationShift)
+        out << ", " << a.sourceShift << " and " << a.destinationShift << " bytes from it";
+    return out;
 }
 
 class Conversions : public ::testing::TestWithParam<Case> {
 protected:
-    void SetUp() override { kel::limitLevel(GetParam().level); }
-    void TearDown() override { kel::limitLevel(kel::highestLevel()); }
+    void SetUp() override {
+        ASSERT_NE(reference_, nullptr) << "no reference for " << conversion().name();
+        if (GetParam().level > kel::highestLevel()) GTEST_SKIP() << "not on this machine";
+        limit_.emplace(GetParam().level);
+    }
 
     const Conversion& conversion() const { return *GetParam().conversion; }
 
-    void check(Size size, std::uint32_t pattern, Place place) {
+    Input input(Size size, std::uint32_t pattern, Contents contents) {
         const auto [width, height] = size;
-        const GuardedBuffer source(conversion().sourceSize(width, height) + conversion().beyond, place);
-        const GuardedBuffer destination(conversion().destinationSize(width, height), place);
-        fill(source.bytes(), random_);
-        fill(destination.bytes(), random_); // what is not written must stay
-        std::vector<std::uint8_t> expectedSource(source.bytes().begin(), source.bytes().end());
-        std::vector<std::uint8_t> expected(destination.bytes().begin(), destination.bytes().end());
-
-        reference_({expected.data(), expectedSource.data(), width, height, pattern, output_});
-        ASSERT_EQ(conversion().convert(destination.data(), source.data(), width, height, pattern), OrvErrorSuccess);
-        expectSame(expected, destination.bytes(), size, "destination");
-        expectSame(expectedSource, source.bytes(), size, "source");
+        return {size, pattern,
+                support::filled(conversion().sourceSize(width, height) + conversion().beyond, contents, random_),
+                support::filled(conversion().destinationSize(width, height), Contents::noise, random_)};
     }
 
-    static void expectSame(std::span<const std::uint8_t> expected, std::span<const std::uint8_t> actual, Size size,
-                           const char* what) {
-        const auto [e, a] = std::ranges::mismatch(expected, actual);
-        if (e == expected.end()) return;
-        const std::size_t at = static_cast<std::size_t>(e - expected.begin());
-        const std::size_t pitch = std::max<std::size_t>(1, expected.size() / size.height);
-        ADD_FAILURE() << what << ' ' << size.width << 'x' << size.height << ": byte " << at % pitch << " of row "
-                      << at / pitch << " is " << int{*a} << ", not " << int{*e};
+    // Calls `test` with every size and pattern, until something fails.
+    template <class Test> void forEverySize(const Test& test) {
+        for (const Size size : sizesFor(conversion()))
+            for (std::uint32_t pattern = 0; pattern < conversion().patterns && !HasFailure(); ++pattern)
+                test(size, pattern);
+    }
+
+    void check(const Input& input, const Arrangement& arrangement) {
+        SCOPED_TRACE(::testing::Message() << input.size.width << 'x' << input.size.height << ", pattern "
+                                          << input.pattern << ", buffers " << arrangement);
+        Bytes expectedSource = input.source, expected = input.prefill;
+        refer(input, expected, expectedSource);
+
+        const auto source = sourceMemory_.place(expectedSource.size(), arrangement.place, arrangement.sourceShift);
+        const auto destination = memory_.place(expected.size(), arrangement.place, arrangement.destinationShift);
+        std::ranges::copy(input.source, source.begin());
+        std::ranges::copy(input.prefill, destination.begin());
+        convert(input, destination.data(), source.data());
+
+        EXPECT_TRUE(support::same(expected, destination, shapeOf(input.size)));
+        EXPECT_TRUE(support::same(expectedSource, source)) << "in the source";
+        EXPECT_TRUE(memory_.canariesLive() && sourceMemory_.canariesLive()) << "written outside the buffers";
+    }
+
+    // The destination is the source's first bytes; what lies behind them stays.
+    void checkInPlace(const Input& input, Place place) {
+        SCOPED_TRACE(::testing::Message() << input.size.width << 'x' << input.size.height << ' ' << Arrangement{place});
+        Bytes expected(input.source.begin(), input.source.begin() + std::ssize(input.prefill));
+        Bytes source = input.source;
+        refer(input, expected, source);
+        std::ranges::copy(expected, source.begin());
+
+        const auto buffer = memory_.place(source.size(), place);
+        std::ranges::copy(input.source, buffer.begin());
+        convert(input, buffer.data(), buffer.data());
+        EXPECT_TRUE(support::same(source, buffer, shapeOf(input.size)));
+    }
+
+private:
+    void refer(const Input& input, Bytes& destination, Bytes& source) const {
+        const auto [width, height] = input.size;
+        reference_({destination.data(), source.data(), width, height, input.pattern, output_});
+    }
+    void convert(const Input& input, std::uint8_t* destination, std::uint8_t* source) const {
+        const auto [width, height] = input.size;
+        EXPECT_EQ(conversion().convert(destination, source, width, height, input.pattern), OrvErrorSuccess);
+    }
+    support::Shape shapeOf(Size size) const {
+        const std::size_t pixelBytes = conversion().destinationBytes;
+        return {size.width * pixelBytes, pixelBytes};
     }
 
     const reference::Conversion reference_ = reference::find(conversion().source, conversion().method);
     const reference::Output output_ = reference::outputNamed(conversion().output);
-    std::minstd_rand random_{12345};
+    support::Random random_{support::seed()};
+    support::GuardedMemory sourceMemory_{32768}, memory_{32768};
+    std::optional<support::LevelLimit> limit_;
 };
 
-TEST_P(Conversions, MatchTheReference) {
-    ASSERT_NE(reference_, nullptr) << "no reference for " << conversion().name();
-    for (const Size size : sizesFor(conversion()))
-        for (std::uint32_t pattern = 0; pattern < conversion().patterns; ++pattern)
-            for (const Place place : {Place::atStart, Place::atEnd}) {
-                SCOPED_TRACE(
-                    "pattern " + std::to_string(pattern) +
-                    (place == Place::atEnd ? ", buffers at their page's end" : ", buffers at their page's start"));
-                check(size, pattern, place);
-                if (HasFailure()) return;
-            }
+// The two runs begin with complementary destinations, so that a byte left unwritten is wrong in one of them.
+TEST_P(Conversions, OfEverySize) {
+    forEverySize([this](Size size, std::uint32_t pattern) {
+        Input given = input(size, pattern, Contents::noise);
+        check(given, {Place::atStart});
+        for (std::uint8_t& byte : given.prefill) byte ^= 0xFF;
+        check(given, {Place::atEnd});
+    });
 }
 
-INSTANTIATE_TEST_SUITE_P(Catalogue, Conversions, ::testing::ValuesIn(allCases()), nameOf);
+class ConversionsInPlace : public Conversions {};
+
+TEST_P(ConversionsInPlace, OfEverySize) {
+    forEverySize([this](Size size, std::uint32_t pattern) {
+        const Input given = input(size, pattern, Contents::noise);
+        checkInPlace(given, Place::atStart);
+        checkInPlace(given, Place::atEnd);
+    });
+}
+
+TEST_P(Conversions, MixedPlain) {
+    for (const Contents contents : support::plainContents)
+        for (std::uint32_t pattern = 0; pattern < conversion().patterns; ++pattern)
+            check(input(mixedSize(conversion()), pattern, contents), {Place::atEnd});
+}
+
+TEST_P(Conversions, MixedUnaligned) {
+    constexpr std::size_t shifts[][2] = {{0, 1}, {1, 0}, {3, 7}, {8, 5}, {31, 33}};
+    const Input given = input(mixedSize(conversion()), 0, Contents::noise);
+    for (const auto [source, destination] : shifts) check(given, {Place::atStart, source, destination});
+}
+
+INSTANTIATE_TEST_SUITE_P(Catalogue, Conversions, ::testing::ValuesIn(cases([](const Conversion&) { return true; })),
+                         nameOf);
+INSTANTIATE_TEST_SUITE_P(Catalogue, ConversionsInPlace,
+                         ::testing::ValuesIn(cases([](const Conversion& conversion) { return conversion.inPlace; })),
+                         nameOf);
 
 } // namespace
