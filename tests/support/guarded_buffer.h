@@ -28,36 +28,34 @@ public:
     // A buffer `shift` bytes away from its guard page. What is left around it is filled with canaries.
     [[nodiscard]] std::span<std::uint8_t> place(std::size_t size, Place place, std::size_t shift = 0) {
         if (size + shift > pages_) throw std::bad_alloc();
-        const std::size_t offset = place == Place::atStart ? shift : pages_ - size - shift;
-        placed_ = {mapping_ + page + offset, size};
+        start_ = place == Place::atStart ? shift : pages_ - size - shift;
+        size_ = size;
         for (const auto side : {before(), behind()}) std::ranges::fill(side, canary);
-        return placed_;
+        return {placed(), size};
     }
 
     // Whether nothing around the buffer placed last was written.
     [[nodiscard]] bool canariesLive() const {
-        return std::ranges::count(before(), canary) == std::ssize(before()) &&
-               std::ranges::count(behind(), canary) == std::ssize(behind());
+        const auto live = [](std::uint8_t byte) { return byte == canary; };
+        return std::ranges::all_of(before(), live) && std::ranges::all_of(behind(), live);
     }
 
 private:
     static constexpr std::size_t page = 4096, watched = 128; // bytes on either side that hold canaries
     static constexpr std::uint8_t canary = 0xC5;
 
+    [[nodiscard]] std::uint8_t* placed() const { return mapping_ + page + start_; }
     [[nodiscard]] std::span<std::uint8_t> before() const {
-        const auto room = static_cast<std::size_t>(placed_.data() - mapping_ - page);
-        const std::size_t count = std::min(watched, room);
-        return {placed_.data() - count, count};
+        const std::size_t count = std::min(watched, start_);
+        return {placed() - count, count};
     }
     [[nodiscard]] std::span<std::uint8_t> behind() const {
-        std::uint8_t* end = placed_.data() + placed_.size();
-        const auto room = static_cast<std::size_t>(mapping_ + page + pages_ - end);
-        return {end, std::min(watched, room)};
+        return {placed() + size_, std::min(watched, pages_ - start_ - size_)};
     }
 
     std::size_t pages_;
     std::uint8_t* mapping_;
-    std::span<std::uint8_t> placed_{};
+    std::size_t start_ = 0, size_ = 0; // of the buffer placed last
 };
 
 // One buffer with memory of its own.
