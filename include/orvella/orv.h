@@ -2,15 +2,16 @@
  *
  * This is the library's current face, plain C99. What holds for every function unless its own comment says otherwise:
  *
- *  Memory       Buffers and records belong to the caller; the library keeps no pointer after a call and frees nothing.
- *  Order        The destination comes first, the source second. (OrvImageTransform takes the source first.)
- *  Images       Dense: line follows line without padding. Buffer sizes below are in bytes, for n = width * height
- * pixels. Source and destination must not overlap, except where a function says that it works in place. Refusals Listed
- * in the order in which they are checked; the first one returns, and nothing has been written then. Result       An
- * OrvErrorType: 0 is success, the negative codes have texts (OrvGetErrorInfo). Threads      Any number of threads may
- * call at once, each with its own buffers. No function takes a lock, starts a thread or allocates memory. Fourth byte
- * 32-bit outputs (BGRA32, RGBA32) keep whatever the caller's buffer held in the fourth byte of a pixel. 16-bit words
- * Written in the machine's native (little-endian) order.
+ *   Memory        Buffers and records belong to the caller; the library keeps no pointer after a call, frees nothing.
+ *   Order         The destination comes first, the source second. (OrvImageTransform takes the source first.)
+ *   Images        Dense: line follows line without padding. Buffer sizes below are in bytes, for n = width * height
+ *                 pixels. Source and destination must not overlap, except where a function says that it works in place.
+ *   Refusals      Listed in the order in which they are checked; the first one returns, and nothing has been written.
+ *   Result        An OrvErrorType: 0 is success, the negative codes have texts (OrvGetErrorInfo).
+ *   Threads       Any number of threads may call at once, each with its own buffers. No function takes a lock, starts a
+ *                 thread or allocates memory.
+ *   Fourth byte   32-bit outputs (BGRA32, RGBA32) keep what the caller's buffer held in the fourth byte of a pixel.
+ *   16-bit words  Written in the machine's native (little-endian) order.
  */
 #ifndef ORVELLA_ORV_H
 #define ORVELLA_ORV_H
@@ -245,42 +246,54 @@ ORV_API OrvErrorType OrvHasBayerPattern(uint8_t* has, OrvPixelFormatType format)
  * -7: is is null; unknown format, and Mono10p and Rgb12. */
 ORV_API OrvErrorType OrvIsColor(uint8_t* is, OrvPixelFormatType format);
 
-/* Storage bits of a small format index, the numbering of OrvGetSIS (not PFNC; 0 is Mono8).
+/* Storage bits of a small format index, a numbering of its own (not PFNC), that of OrvGetSIS.
  * -7: bits is null; unknown index. */
 ORV_API OrvErrorType OrvGetBitsPerPixel(uint32_t index, uint32_t* bits);
 
 /* Fills image->ImageInfo for a camera pixel format; Stride = width, Alignment = 1, Endianness = 0. Data is left alone.
- * -7: image is null. -8: image->Size is not 56.
- * -7 after Width, Height and Stride were written: unknown effective-bits byte; and after BitsPerPixel, too: unknown
- * format.
- */
+ * -7: image is null.
+ * -8: image->Size is not 56.
+ * -7, with Width, Height and Stride written: unknown effective-bits byte of format.
+ * -7, with these and BitsPerPixel written: unknown format. */
 ORV_API OrvErrorType OrvSetImageInfoFromPixelFormat(OrvPixelFormatType format, uint32_t width, uint32_t height,
                                                     OrvImage* image);
 
-/* Fills image->ImageInfo for one of the outputs 0 to 10, so that OrvImageTransform writes that output. Data is left
- * alone. -7: image is null. -8: image->Size is not 56. -7 after Width, Height and Stride were written: output above 10.
- */
+/* Fills image->ImageInfo for one of the outputs 0 to 10, so that OrvImageTransform writes that output; Stride = width.
+ * Data is left alone.
+ * -7: image is null.
+ * -8: image->Size is not 56.
+ * -7, with Width, Height and Stride written: output above 10. */
 ORV_API OrvErrorType OrvSetImageInfoOutput(OrvOutputCode output, uint32_t width, uint32_t height, OrvImage* image);
 
-/* Fills image->ImageInfo by name: "BGR24", "MONO8_REC709" (an output) or "PixelFormatBayerRG8" (a camera format).
- * Case does not matter (ASCII letters). name ends with a NUL. If length is above 3 and the name begins with "Orv",
- * these three letters are skipped; length serves no other purpose. -7: name or image is null. -8: image->Size is
- * not 56. -7: unknown name. Then as the setter for the code found. */
+/* Fills image->ImageInfo by name, which ends with a NUL and whose (ASCII) case does not matter:
+ *   an output          MONO8 MONO8_REC601 BGR8 BGR24 BGRA32 RGB8 RGB24 RGBA32 MONO8_REC709 UYVY YUV422 YCBCR422 MONO16
+ *                      MONO16_REC601 MONO16_REC709 BGR48 RGB48
+ *   a camera format    PixelFormatBayerRG8 and so on: "PixelFormat" and what follows OrvPixelFormat in the codes above
+ * If length is above 3 and the name begins with "Orv", these three letters are skipped; length serves no other purpose.
+ * -7: name or image is null.
+ * -8: image->Size is not 56.
+ * -7: unknown name.
+ * Then as the setter for the code found. */
 ORV_API OrvErrorType OrvSetImageInfoFromString(const char* name, uint32_t length, uint32_t width, uint32_t height,
                                                OrvImage* image);
 
 /* ---- The general transform ----------------------------------------------------------------------------------- */
 
-/* Converts source->Data into destination->Data, as the two records say. Options: the first debayer-mode record (8-bit
- * mosaics take every mode, Bayer 10p and 12p only 2x2, other sources ignore it); the first colour-correction record;
- * gamma records have no effect. The LCAA, LCAAV and YUV422 debayer modes use the source buffer as scratch and overwrite
- * it. source->Data       ceil(n * BitsPerPixel / 8) bytes; a little-endian 16-bit mono source with all 16 bits used and
- * a colour output reads one byte more destination->Data  n times the bytes per pixel of the output (OrvOutputCode) info
- * count records; may be null -7: an image or its Data is null; heights differ; widths differ. -8: source->Size,
- * destination->Size is not 56. -7: the destination describes no output; -17: it is 16-bit mono, big-endian or with less
- * than 16 bits used (unless tagged BT.709). -7: output 6 with an odd width; a source that no family takes; a debayer
- * mode above 4 where it counts. -17: a debayer mode that the source does not offer. Then what the family function
- * chosen refuses. With a colour-correction record, everything after -8 is that path's. */
+/* Converts source->Data into destination->Data, as the two records say.
+ *   source->Data        ceil(n * BitsPerPixel / 8) bytes, and one byte more is read for a colour output from 16-bit
+ *                       little-endian mono with all bits used. The debayer modes LCAA, LCAAV and YUV422 overwrite it.
+ *   destination->Data   n times the bytes per pixel of the output (OrvOutputCode)
+ *   info                count options, or null; the first record of a type counts:
+ *                         debayer mode: 8-bit mosaics take every mode, Bayer 10p and 12p only 2x2, others ignore it
+ *                         colour correction: takes another path, from the check marked * on
+ *                         gamma: has no effect
+ * -7: an image or its Data is null; heights differ; widths differ.
+ * -8: source->Size, destination->Size is not 56. *
+ * -7: the destination describes no output.
+ * -17: the destination is 16-bit mono, big-endian or with less than 16 bits used, and not tagged BT.709.
+ * -7: output 6 with an odd width; a source that no family takes; a debayer mode above 4 where it counts.
+ * -17: a debayer mode that the source does not offer.
+ * Then what the family function chosen refuses. */
 ORV_API OrvErrorType OrvImageTransform(const OrvImage* source, OrvImage* destination, const OrvTransformInfo* info,
                                        uint32_t count);
 
@@ -524,10 +537,12 @@ ORV_API OrvErrorType OrvGetPixelLayout(OrvPixelLayout* layout, OrvPixelFormatTyp
 /* 2 (BT.601) for the six YUV formats, 0 for every other value. Never fails. */
 ORV_API OrvErrorType OrvGetColorSpace(OrvColorSpace* space, OrvPixelFormatType format);
 
-/* The older general transform: by PFNC code instead of image records, mosaics by 2x2 only. Buffers as
- * OrvImageTransform, except that 12p sources are read as 12Packed and 16-bit ones with all bits used as big-endian. -7:
- * a buffer is null; what OrvIsColor, OrvBitsPerPixel, OrvBitsPerPixelUsed refuse; formats no family takes here (YCbCr
- * names, Rgb16, 10p). Then what the family function refuses. The unnamed argument is ignored. */
+/* The older general transform: by PFNC code instead of image records, mosaics by 2x2 only. Buffers as for
+ * OrvImageTransform, except that 12p sources are read as 12Packed, and 16-bit ones with all bits used as big-endian.
+ * The unnamed argument is ignored.
+ * -7: a buffer is null; a format that OrvIsColor refuses.
+ * -7: the YCbCr names, Rgb16, Bayer 10p.
+ * Then what the family function chosen refuses. */
 ORV_API OrvErrorType OrvTransformOLD(void* destination, OrvOutputCode output, const void* source, uint32_t width,
                                      uint32_t height, int32_t, OrvPixelFormatType format);
 #endif

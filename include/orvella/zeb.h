@@ -1,7 +1,8 @@
 /* Orvella: the legacy face, plain C99, for programs written against the older interface.
  *
- * Every ZEB_ function takes the arguments of the Orv function of the same name, in the same order, and does the same with
- * the same buffers, in place or not, on any thread: orv.h has the words. Where this face differs its comment says so.
+ * Every ZEB_ function takes the arguments of the Orv function of the same name, in the same order, and does the same
+ * with the same buffers, in place or not, on any thread: orv.h has the words. Where this face differs its comment says
+ * so.
  *
  * Results are 32-bit words (ZEB_GetErrorInfo has their texts):
  *   0                success
@@ -116,8 +117,8 @@ ORV_API uint32_t ZEB_Raw16ToY16(void* destination, const void* source, uint32_t 
 
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 
-/* The English text of a result word, taken as an unsigned 32-bit value in 64 bits: a sign-extended word is not found. A text
- * that is cut has no NUL, and is a success here.
+/* The English text of a result word, taken as an unsigned 32-bit value in 64 bits: a sign-extended word is not found.
+ * A text that is cut has no NUL, and is a success here.
  * 0x88000003: buffer is null. 0x88000004: size is 0. */
 ORV_API uint32_t ZEB_GetErrorInfo(int64_t code, char* buffer, uint32_t size);
 
