@@ -49,7 +49,7 @@ OrvErrorType OrvSetImageInfoFromString(const char* name, uint32_t length, uint32
     constexpr std::string_view prefix = "PixelFormat";
     if (!kel::startsWith(text, prefix)) return OrvErrorBadParameter;
     text.remove_prefix(prefix.size());
-    for (const kel::PixelFormat& format : kel::pixelFormats)
+    for (const kel::PixelFormat& format : kel::pixelFormats())
         if (kel::same(text, format.name)) return OrvSetImageInfoFromPixelFormat(format.code, width, height, image);
     return OrvErrorBadParameter;
 }

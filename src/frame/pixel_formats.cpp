@@ -1,11 +1,80 @@
 #include "frame/pixel_formats.h"
 
-#include "frame/bits_per_index.h"
-#include "support/faces.h"
+#include <algorithm>
+#include <iterator>
 
 namespace kel {
 
 namespace {
+
+constexpr PixelFormat mono(std::string_view name, OrvPixelFormatType code, u32 bitsUsed, OrvPixelLayout layout,
+                           Answer isColor = Answer::no) {
+    return {name, code, bitsUsed, layout, OrvBayerPatternNone, OrvColorSpaceNone, Answer::no, isColor};
+}
+constexpr PixelFormat mosaic(std::string_view name, OrvPixelFormatType code, u32 bitsUsed, OrvPixelLayout layout,
+                             OrvBayerPattern pattern) {
+    return {name, code, bitsUsed, layout, pattern, OrvColorSpaceNone, Answer::yes, Answer::no};
+}
+constexpr PixelFormat rgb(std::string_view name, OrvPixelFormatType code, u32 bitsUsed, OrvPixelLayout layout,
+                          Answer hasBayerPattern = Answer::no, Answer isColor = Answer::yes) {
+    return {name, code, bitsUsed, layout, OrvBayerPatternNone, OrvColorSpaceNone, hasBayerPattern, isColor};
+}
+constexpr PixelFormat yuv(std::string_view name, OrvPixelFormatType code, u32 bitsUsed, OrvPixelLayout layout) {
+    return {name, code, bitsUsed, layout, OrvBayerPatternNone, OrvColorSpaceRec601, Answer::no, Answer::yes};
+}
+
+// OrvIsColor does not know Mono10p, and neither it nor OrvHasBayerPattern knows Rgb12: callers rely on it.
+constexpr PixelFormat table[] = {
+    mono("Mono8", OrvPixelFormatMono8, 8, OrvPixelLayoutMono),
+    mono("Mono10", OrvPixelFormatMono10, 10, OrvPixelLayoutMono),
+    mono("Mono12", OrvPixelFormatMono12, 12, OrvPixelLayoutMono),
+    mono("Mono12Packed", OrvPixelFormatMono12Packed, 12, OrvPixelLayoutMonoPacked),
+    mono("Mono10p", OrvPixelFormatMono10p, 10, OrvPixelLayoutMonoP, Answer::unknown),
+    mono("Mono12p", OrvPixelFormatMono12p, 12, OrvPixelLayoutMonoP),
+    mono("Mono14", OrvPixelFormatMono14, 14, OrvPixelLayoutMono),
+    mono("Mono16", OrvPixelFormatMono16, 16, OrvPixelLayoutMono),
+    mosaic("BayerGR8", OrvPixelFormatBayerGR8, 8, OrvPixelLayoutRaw, OrvBayerPatternGRBG),
+    mosaic("BayerRG8", OrvPixelFormatBayerRG8, 8, OrvPixelLayoutRaw, OrvBayerPatternRGGB),
+    mosaic("BayerGB8", OrvPixelFormatBayerGB8, 8, OrvPixelLayoutRaw, OrvBayerPatternGBRG),
+    mosaic("BayerBG8", OrvPixelFormatBayerBG8, 8, OrvPixelLayoutRaw, OrvBayerPatternBGGR),
+    mosaic("BayerGR10", OrvPixelFormatBayerGR10, 10, OrvPixelLayoutRaw, OrvBayerPatternGRBG),
+    mosaic("BayerRG10", OrvPixelFormatBayerRG10, 10, OrvPixelLayoutRaw, OrvBayerPatternRGGB),
+    mosaic("BayerGB10", OrvPixelFormatBayerGB10, 10, OrvPixelLayoutRaw, OrvBayerPatternGBRG),
+    mosaic("BayerBG10", OrvPixelFormatBayerBG10, 10, OrvPixelLayoutRaw, OrvBayerPatternBGGR),
+    mosaic("BayerGR12", OrvPixelFormatBayerGR12, 12, OrvPixelLayoutRaw, OrvBayerPatternGRBG),
+    mosaic("BayerRG12", OrvPixelFormatBayerRG12, 12, OrvPixelLayoutRaw, OrvBayerPatternRGGB),
+    mosaic("BayerGB12", OrvPixelFormatBayerGB12, 12, OrvPixelLayoutRaw, OrvBayerPatternGBRG),
+    mosaic("BayerBG12", OrvPixelFormatBayerBG12, 12, OrvPixelLayoutRaw, OrvBayerPatternBGGR),
+    mosaic("BayerGR12Packed", OrvPixelFormatBayerGR12Packed, 12, OrvPixelLayoutRawPacked, OrvBayerPatternGRBG),
+    mosaic("BayerRG12Packed", OrvPixelFormatBayerRG12Packed, 12, OrvPixelLayoutRawPacked, OrvBayerPatternRGGB),
+    mosaic("BayerGB12Packed", OrvPixelFormatBayerGB12Packed, 12, OrvPixelLayoutRawPacked, OrvBayerPatternGBRG),
+    mosaic("BayerBG12Packed", OrvPixelFormatBayerBG12Packed, 12, OrvPixelLayoutRawPacked, OrvBayerPatternBGGR),
+    mosaic("BayerGR10p", OrvPixelFormatBayerGR10p, 10, OrvPixelLayoutRawP, OrvBayerPatternGRBG),
+    mosaic("BayerRG10p", OrvPixelFormatBayerRG10p, 10, OrvPixelLayoutRawP, OrvBayerPatternRGGB),
+    mosaic("BayerGB10p", OrvPixelFormatBayerGB10p, 10, OrvPixelLayoutRawP, OrvBayerPatternGBRG),
+    mosaic("BayerBG10p", OrvPixelFormatBayerBG10p, 10, OrvPixelLayoutRawP, OrvBayerPatternBGGR),
+    mosaic("BayerGR12p", OrvPixelFormatBayerGR12p, 12, OrvPixelLayoutRawP, OrvBayerPatternGRBG),
+    mosaic("BayerRG12p", OrvPixelFormatBayerRG12p, 12, OrvPixelLayoutRawP, OrvBayerPatternRGGB),
+    mosaic("BayerGB12p", OrvPixelFormatBayerGB12p, 12, OrvPixelLayoutRawP, OrvBayerPatternGBRG),
+    mosaic("BayerBG12p", OrvPixelFormatBayerBG12p, 12, OrvPixelLayoutRawP, OrvBayerPatternBGGR),
+    mosaic("BayerGR16", OrvPixelFormatBayerGR16, 16, OrvPixelLayoutRaw, OrvBayerPatternGRBG),
+    mosaic("BayerRG16", OrvPixelFormatBayerRG16, 16, OrvPixelLayoutRaw, OrvBayerPatternRGGB),
+    mosaic("BayerGB16", OrvPixelFormatBayerGB16, 16, OrvPixelLayoutRaw, OrvBayerPatternGBRG),
+    mosaic("BayerBG16", OrvPixelFormatBayerBG16, 16, OrvPixelLayoutRaw, OrvBayerPatternBGGR),
+    rgb("Rgb8", OrvPixelFormatRgb8, 24, OrvPixelLayoutRgb),
+    rgb("Bgr8", OrvPixelFormatBgr8, 24, OrvPixelLayoutBgr),
+    rgb("Argb8", OrvPixelFormatArgb8, 32, OrvPixelLayoutRgba),
+    rgb("Rgba8", OrvPixelFormatRgba8, 32, OrvPixelLayoutRgba),
+    rgb("Bgra8", OrvPixelFormatBgra8, 32, OrvPixelLayoutBgra),
+    rgb("Rgb12", OrvPixelFormatRgb12, 36, OrvPixelLayoutRgb, Answer::unknown, Answer::unknown),
+    rgb("Rgb16", OrvPixelFormatRgb16, 48, OrvPixelLayoutRgb),
+    yuv("Yuv411", OrvPixelFormatYuv411, 12, OrvPixelLayoutYuv411),
+    yuv("Yuv422", OrvPixelFormatYuv422, 16, OrvPixelLayoutYuv422),
+    yuv("Yuv444", OrvPixelFormatYuv444, 24, OrvPixelLayoutYuv444),
+    yuv("YCbCr411_8_CbYYCrYY", OrvPixelFormatYCbCr411_8_CbYYCrYY, 12, OrvPixelLayoutYuv411),
+    yuv("YCbCr422_8_CbYCrY", OrvPixelFormatYCbCr422_8_CbYCrY, 16, OrvPixelLayoutYuv422),
+    yuv("YCbCr8_CbYCr", OrvPixelFormatYCbCr8_CbYCr, 24, OrvPixelLayoutYuv444),
+};
 
 // Storage bits from the byte of effective bits in a PFNC code; 0 for a byte that no format has.
 constexpr u32 storageBits(OrvPixelFormatType code) {
@@ -19,37 +88,6 @@ constexpr u32 storageBits(OrvPixelFormatType code) {
     case 24:
     case 32:
     case 48: return bits;
-    default: return 0;
-    }
-}
-
-// Storage bits of the small format indices, a numbering of its own; 0 for an unknown one.
-constexpr u32 storageBitsOfIndex(u32 index) {
-    switch (index) {
-    case 0:
-    case 9:
-    case 128:
-    case 129:
-    case 130: return 8;
-    case 1:
-    case 132:
-    case 134:
-    case 136:
-    case 144:
-    case 145:
-    case 148:
-    case 149: return 12;
-    case 2:
-    case 5:
-    case 7:
-    case 10: return 16;
-    case 3:
-    case 4: return 24;
-    case 141: return 32;
-    case 133:
-    case 135: return 36;
-    case 6:
-    case 8: return 48;
     default: return 0;
     }
 }
@@ -70,12 +108,11 @@ OrvErrorType answer(uint32_t* out, OrvPixelFormatType code, u32 PixelFormat::*co
 
 } // namespace
 
-Result bitsPerPixelOfIndex(u32 index, u32* bits) {
-    const u32 found = storageBitsOfIndex(index);
-    if (found == 0) return badArgument(1);
-    if (!bits) return badArgument(2);
-    *bits = found;
-    return success;
+std::span<const PixelFormat> pixelFormats() { return table; }
+
+const PixelFormat* findPixelFormat(OrvPixelFormatType code) {
+    const auto row = std::ranges::find(table, code, &PixelFormat::code);
+    return row == std::end(table) ? nullptr : row;
 }
 
 } // namespace kel
@@ -116,8 +153,4 @@ OrvErrorType OrvGetColorSpace(OrvColorSpace* space, OrvPixelFormatType format) {
     const PixelFormat* row = kel::findPixelFormat(format);
     *space = row ? row->colorSpace : OrvColorSpace{OrvColorSpaceNone};
     return OrvErrorSuccess;
-}
-
-OrvErrorType OrvGetBitsPerPixel(uint32_t index, uint32_t* bits) {
-    return kel::orv(kel::bitsPerPixelOfIndex(index, bits));
 }
