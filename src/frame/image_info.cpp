@@ -29,7 +29,7 @@ OrvErrorType OrvSetImageInfoFromPixelFormat(OrvPixelFormatType format, uint32_t 
     if (const OrvErrorType refusal = OrvBitsPerPixel(&pixel.BitsPerPixel, format)) return refusal;
     if (const OrvErrorType refusal = OrvBitsPerPixelUsed(&pixel.BitsUsed, format)) return refusal;
     OrvGetBayerPattern(&pixel.BayerPattern, format);
-    if (const OrvErrorType refusal = OrvGetPixelLayout(&pixel.PixelLayout, format)) return refusal;
+    OrvGetPixelLayout(&pixel.PixelLayout, format);
     OrvGetColorSpace(&pixel.ColorSpace, format);
     pixel.Endianness = 0;
     pixel.Alignment = 1;

@@ -70,17 +70,16 @@ Result transformMosaic(const Job& job, u32 pattern) {
 OrvErrorType OrvTransformOLD(void* destination, OrvOutputCode output, const void* source, uint32_t width,
                              uint32_t height, int32_t, OrvPixelFormatType format) {
     if (!destination || !source) return OrvErrorBadParameter;
-    kel::Job job{destination, source, output, width, height, format, 0, 0};
-    uint8_t isColour = 0, hasPattern = 0;
+    uint8_t isColour = 0;
     if (const OrvErrorType refusal = OrvIsColor(&isColour, format)) return refusal;
-    if (const OrvErrorType refusal = OrvBitsPerPixel(&job.bits, format)) return refusal;
-    if (const OrvErrorType refusal = OrvBitsPerPixelUsed(&job.bitsUsed, format)) return refusal;
-    if (isColour) return kel::orv(kel::transformColour(job));
 
-    // What OrvIsColor knows these two know as well: -13 has no way to happen.
+    // A format that OrvIsColor knows the other queries know as well.
+    kel::Job job{destination, source, output, width, height, format, 0, 0};
+    OrvBitsPerPixel(&job.bits, format);
+    OrvBitsPerPixelUsed(&job.bitsUsed, format);
     uint32_t pattern = OrvBayerPatternNone;
-    if (OrvHasBayerPattern(&hasPattern, format) != OrvErrorSuccess) return OrvErrorOther;
-    if (!hasPattern) return kel::orv(kel::transformMono(job));
-    if (OrvGetBayerPattern(&pattern, format) != OrvErrorSuccess) return OrvErrorOther;
-    return kel::orv(kel::transformMosaic(job, pattern));
+    OrvGetBayerPattern(&pattern, format);
+
+    if (isColour) return kel::orv(kel::transformColour(job));
+    return kel::orv(pattern == OrvBayerPatternNone ? kel::transformMono(job) : kel::transformMosaic(job, pattern));
 }
