@@ -89,21 +89,18 @@ TEST(ErrorTexts, AreCutWithoutTerminator) {
         const char* written;
         OrvErrorType expected;
     };
-    for (const auto& [code, size, expectedText, expected] :
-         std::vector<Row>{{-13, 100, "Other error0", OrvErrorSuccess},
-                          {-13, 12, "Other error0", OrvErrorSuccess},
-                          {-13, 11, "Other error", OrvErrorMoreData},
-                          {-13, 1, "O", OrvErrorMoreData},
-                          {-7, 10, "One of the", OrvErrorMoreData},
-                          {5, 100, "return code not found0", OrvErrorSuccess},
-                          {5, 22, "return code not found0", OrvErrorSuccess},
-                          {5, 21, "return code not found", OrvErrorSuccess},
-                          {5, 8, "return c", OrvErrorSuccess}}) {
-        SCOPED_TRACE(std::to_string(code) + " into " + std::to_string(size));
-        OrvErrorType result = 1;
-        std::string text = written([&, c = code, s = size](char* b) { result = OrvGetErrorInfo(c, b, s); });
-        EXPECT_EQ(text, expectedText);
-        EXPECT_EQ(result, expected);
+    for (const Row& row : std::vector<Row>{{-13, 100, "Other error0", OrvErrorSuccess},
+                                           {-13, 12, "Other error0", OrvErrorSuccess},
+                                           {-13, 11, "Other error", OrvErrorMoreData},
+                                           {-13, 1, "O", OrvErrorMoreData},
+                                           {-7, 10, "One of the", OrvErrorMoreData},
+                                           {5, 100, "return code not found0", OrvErrorSuccess},
+                                           {5, 22, "return code not found0", OrvErrorSuccess},
+                                           {5, 21, "return code not found", OrvErrorSuccess},
+                                           {5, 8, "return c", OrvErrorSuccess}}) {
+        SCOPED_TRACE(std::to_string(row.code) + " into " + std::to_string(row.size));
+        const auto call = [&](char* b) { EXPECT_EQ(OrvGetErrorInfo(row.code, b, row.size), row.expected); };
+        EXPECT_EQ(written(call), row.written);
     }
     // The legacy face never tells.
     EXPECT_EQ(written([](char* b) { EXPECT_EQ(ZEB_GetErrorInfo(0x88000017, b, 7), 0u); }), "The cam");
@@ -137,20 +134,20 @@ TEST(Information, ApiInfoIsCutWithTerminator) {
         std::uint32_t type, size;
         const char* written;
     };
-    for (const auto& [type, size, expected] : std::vector<Row>{{0, 100, "Release X860"},
-                                                               {0, 12, "Release X860"},
-                                                               {0, 11, "Release X80"},
-                                                               {0, 4, "Rel0"},
-                                                               {0, 1, "0"},
-                                                               {0, 0, ""},
-                                                               {1, 100, "X860"},
-                                                               {2, 100, "Release0"},
-                                                               {3, 100, "0"},
-                                                               {0xFFFFFFFF, 1, "0"}}) {
-        SCOPED_TRACE(std::to_string(type) + " into " + std::to_string(size));
-        const auto [t, s] = std::pair(type, size);
-        EXPECT_EQ(written([=](char* b) { EXPECT_EQ(OrvGetApiInfoString(t, b, s), OrvErrorSuccess); }), expected);
-        EXPECT_EQ(written([=](char* b) { EXPECT_EQ(ZEB_GetApiInfoString(t, b, s), 0u); }), expected);
+    for (const Row& row : std::vector<Row>{{0, 100, "Release X860"},
+                                           {0, 12, "Release X860"},
+                                           {0, 11, "Release X80"},
+                                           {0, 4, "Rel0"},
+                                           {0, 1, "0"},
+                                           {0, 0, ""},
+                                           {1, 100, "X860"},
+                                           {2, 100, "Release0"},
+                                           {3, 100, "0"},
+                                           {0xFFFFFFFF, 1, "0"}}) {
+        SCOPED_TRACE(std::to_string(row.type) + " into " + std::to_string(row.size));
+        EXPECT_EQ(written([&](char* b) { EXPECT_EQ(OrvGetApiInfoString(row.type, b, row.size), OrvErrorSuccess); }),
+                  row.written);
+        EXPECT_EQ(written([&](char* b) { EXPECT_EQ(ZEB_GetApiInfoString(row.type, b, row.size), 0u); }), row.written);
     }
     EXPECT_EQ(OrvGetApiInfoString(0, nullptr, 0), OrvErrorBadParameter);
     EXPECT_EQ(ZEB_GetApiInfoString(0, nullptr, 0), 0x88000002);
