@@ -74,6 +74,7 @@ public:
             row.source = source.name;
             row.method = method;
             row.output = outputs[code].name;
+            row.format = source.format[0];
             std::uint32_t bits = 0;
             OrvBitsPerPixel(&bits, source.format[0]);
             row.sourceBits = bits;

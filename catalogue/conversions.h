@@ -16,6 +16,8 @@ struct Conversion {
     std::string method; // "2x2", "3x3", ...; empty where there is only one
     std::string output; // "BGR24", ...
 
+    OrvPixelFormatType format = 0; // that OrvImageTransform is given, of a mosaic the one of pattern 0; 0: other calls
+
     unsigned sourceBits;       // per pixel
     unsigned destinationBytes; // per pixel
     unsigned widthStep = 1;    // widths are multiples of this

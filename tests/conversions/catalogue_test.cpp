@@ -1,0 +1,60 @@
+// The catalogue against the library: what OrvImageTransform converts is listed, and nothing else.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+#include "catalogue/conversions.h"
+#include "frame/pixel_formats.h"
+#include "reference/reference.h"
+
+namespace {
+
+constexpr const char* debayerModes[] = {"2x2", "3x3", "LCAA", "LCAAV", "YUV422"};
+constexpr std::uint32_t side = 12, outputs = 11;
+
+OrvImage imageOf(OrvPixelFormatType format, void* data) {
+    OrvImage image{sizeof image, data, {}};
+    EXPECT_EQ(OrvSetImageInfoFromPixelFormat(format, side, side, &image), OrvErrorSuccess);
+    return image;
+}
+
+// Whether the formats describe the same pixels, of any Bayer pattern: some formats have two names.
+bool alike(OrvPixelFormatType a, OrvPixelFormatType b) {
+    OrvPixelInfo x = imageOf(a, nullptr).ImageInfo.PixelInfo, y = imageOf(b, nullptr).ImageInfo.PixelInfo;
+    x.BayerPattern = y.BayerPattern = 0;
+    return std::memcmp(&x, &y, sizeof x) == 0;
+}
+
+bool isListed(OrvPixelFormatType format, std::uint32_t output, const std::string& method) {
+    return std::ranges::any_of(catalogue::conversions(), [&](const catalogue::Conversion& conversion) {
+        return conversion.format && alike(conversion.format, format) && conversion.method == method &&
+               static_cast<std::uint32_t>(reference::outputNamed(conversion.output)) == output;
+    });
+}
+
+bool isConverted(OrvPixelFormatType format, std::uint32_t output, OrvDebayerMode mode) {
+    static std::array<std::uint8_t, std::size_t{side} * side * 6 + 1> from, to;
+    const OrvImage source = imageOf(format, from.data());
+    OrvImage destination{sizeof destination, to.data(), {}};
+    EXPECT_EQ(OrvSetImageInfoOutput(output, side, side, &destination), OrvErrorSuccess);
+    OrvTransformInfo debayer{};
+    EXPECT_EQ(OrvSetDebayerMode(mode, &debayer), OrvErrorSuccess);
+    return OrvImageTransform(&source, &destination, &debayer, 1) == OrvErrorSuccess;
+}
+
+TEST(Catalogue, ListsEveryTransform) {
+    for (const kel::PixelFormat& format : kel::pixelFormats())
+        for (std::uint32_t output = 0; output < outputs; ++output) {
+            const bool mosaic = format.pattern != OrvBayerPatternNone;
+            EXPECT_EQ(isListed(format.code, output, mosaic ? "2x2" : ""), isConverted(format.code, output, 0))
+                << format.name << " to output " << output;
+            if (format.layout != OrvPixelLayoutRaw || format.bitsUsed != 8) continue;
+            for (const OrvDebayerMode mode : {1U, 2U, 3U, 4U})
+                EXPECT_EQ(isListed(format.code, output, debayerModes[mode]), isConverted(format.code, output, mode))
+                    << format.name << " to output " << output << " by " << debayerModes[mode];
+        }
+}
+
+} // namespace
