@@ -345,8 +345,8 @@ ORV_API OrvErrorType OrvY12pImageTransform(void* destination, const void* source
 
 /* ---- RGB sources --------------------------------------------------------------------------------------------- */
 
-/* RGB8 (R G B), BGR8 (B G R), RGBA8 (R G B A), BGRA8 (B G R A) to outputs 0 to 5. Alpha is copied from RGBA8 to BGRA32 and
- * RGBA32 and from BGRA8 to BGRA32 and RGBA32; 3-byte sources leave the fourth byte alone. n may be 0.
+/* RGB8 (R G B), BGR8 (B G R), RGBA8 (R G B A), BGRA8 (B G R A) to outputs 0 to 5. Alpha is copied from RGBA8 to BGRA32
+ * and RGBA32 and from BGRA8 to BGRA32 and RGBA32; 3-byte sources leave the fourth byte alone. n may be 0.
  * Works in place where a pixel of the output is no larger than one of the source; the same format is a plain copy, for
  * which the buffers may overlap in any way.
  *   source 3 n or 4 n bytes
@@ -412,13 +412,14 @@ ORV_API OrvErrorType OrvYUV444ToRGBPlanes(void* r, void* g, void* b, const void*
 
 /* ---- Bayer mosaics ------------------------------------------------------------------------------------------- */
 
-/* Every pixel of the 2x2 demosaic takes red, green and blue from the 2x2 block whose top left corner it is, green being the
- * truncated mean of two; the last column and the last row repeat their neighbours (the last row with its fourth bytes).
- * pattern is an OrvBayerPattern, 0 to 3, or -1, which means 3.
- * Refusals of all mosaics: -7: a buffer is null, width or height is 0 or odd, pattern is none of these. -17: an output that
- * is not offered. */
+/* Every pixel of the 2x2 demosaic takes red, green and blue from the 2x2 block whose top left corner it is, green being
+ * the truncated mean of two; the last column and the last row repeat their neighbours (the last row with its fourth
+ * bytes). pattern is an OrvBayerPattern, 0 to 3, or -1, which means 3.
+ * Refusals of all mosaics: -7: a buffer is null, width or height is 0 or odd, pattern is none of these. -17: an output
+ * that is not offered. */
 
-/* 8 bits, 2x2, to outputs 0 to 8. Outputs 7 and 8 are the weighted sums of 8-bit values, unshifted (0..65280, 128..65408).
+/* 8 bits, 2x2, to outputs 0 to 8. Outputs 7 and 8 are the weighted sums of 8-bit values, unshifted (0..65280,
+ * 128..65408).
  *   source n bytes */
 ORV_API OrvErrorType OrvRaw8ImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
                                            OrvOutputCode output, int32_t pattern);
@@ -429,8 +430,8 @@ ORV_API OrvErrorType OrvRaw8ImageTransform(void* destination, const void* source
 ORV_API OrvErrorType OrvRaw8ImageTransform_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
                                                OrvOutputCode output, int32_t pattern);
 
-/* 8 bits, 2x2, then chroma filtered against colour aliasing, to outputs 0 to 5, 7, 8: over four pixels of a row (LCAA), over
- * four pixels of two rows (LCAAV), over two pixels (YUV422). Each half of the rows is filtered by itself.
+/* 8 bits, 2x2, then chroma filtered against colour aliasing, to outputs 0 to 5, 7, 8: over four pixels of a row (LCAA),
+ * over four pixels of two rows (LCAAV), over two pixels (YUV422). Each half of the rows is filtered by itself.
  * The source is overwritten: in the end it holds the lower half of the image as U Y V Y.
  * These calls allocate a few lines of scratch memory; without memory they return 0 and write nothing.
  *   source n bytes */
@@ -442,8 +443,8 @@ ORV_API OrvErrorType OrvRaw8ImageTransform_IntYUV422(void* destination, void* so
                                                      OrvOutputCode output, int32_t pattern);
 
 /* 10p and 12p, 2x2, to outputs 0 to 5, 7, 8; all bits of the samples count.
- *   source height rows of width * 10 / 8 (rounded down) or width * 12 / 8 bytes; where width is no multiple of 4, the last
- *   10p sample of a row reaches a byte further, within ceil(n * 10 / 8) bytes */
+ *   source height rows of width * 10 / 8 (rounded down) or width * 12 / 8 bytes; where width is no multiple of 4,
+ *   the last 10p sample of a row reaches a byte further, within ceil(n * 10 / 8) bytes */
 ORV_API OrvErrorType OrvRaw10pImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
                                              OrvOutputCode output, int32_t pattern);
 ORV_API OrvErrorType OrvRaw12pImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,

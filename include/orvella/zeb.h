@@ -60,12 +60,9 @@ ORV_API uint32_t ZEB_YUV422ToRGBYPlanes(void* r, void* g, void* b, void* y, cons
                                         uint32_t height);
 ORV_API uint32_t ZEB_YUV444ToRGBYPlanes(void* r, void* g, void* b, void* y, const void* source, uint32_t width,
                                         uint32_t height);
-ORV_API uint32_t ZEB_YUV411ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
-                                       uint32_t height);
-ORV_API uint32_t ZEB_YUV422ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
-                                       uint32_t height);
-ORV_API uint32_t ZEB_YUV444ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width,
-                                       uint32_t height);
+ORV_API uint32_t ZEB_YUV411ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width, uint32_t height);
+ORV_API uint32_t ZEB_YUV422ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width, uint32_t height);
+ORV_API uint32_t ZEB_YUV444ToRGBPlanes(void* r, void* g, void* b, const void* source, uint32_t width, uint32_t height);
 
 /* ---- Bayer mosaics ------------------------------------------------------------------------------------------- */
 
@@ -90,8 +87,7 @@ ORV_API uint32_t ZEB_Raw16ImageTransform(void* destination, const void* source, 
 ORV_API uint32_t ZEB_Raw16ImageTransformEx(void* destination, const void* source, uint32_t width, uint32_t height,
                                            OrvOutputCode output, const OrvShiftRecord* record);
 
-ORV_API uint32_t ZEB_Raw8ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
-                               int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToBGR(void* destination, const void* source, uint32_t width, uint32_t height, int32_t pattern);
 ORV_API uint32_t ZEB_Raw8ToBGR_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
                                    int32_t pattern);
 ORV_API uint32_t ZEB_Raw8ToBGR_IntLCAA(void* destination, void* source, uint32_t width, uint32_t height,
@@ -102,8 +98,7 @@ ORV_API uint32_t ZEB_Raw8ToBGR_IntYUV422(void* destination, void* source, uint32
                                          int32_t pattern);
 ORV_API uint32_t ZEB_Raw8ToBGR_mono(void* destination, const void* source, uint32_t width, uint32_t height,
                                     int32_t pattern);
-ORV_API uint32_t ZEB_Raw8ToY8(void* destination, const void* source, uint32_t width, uint32_t height,
-                              int32_t pattern);
+ORV_API uint32_t ZEB_Raw8ToY8(void* destination, const void* source, uint32_t width, uint32_t height, int32_t pattern);
 ORV_API uint32_t ZEB_Raw12ToBGR(void* destination, const void* source, uint32_t width, uint32_t height,
                                 int32_t pattern);
 ORV_API uint32_t ZEB_Raw12ToBGR16(void* destination, const void* source, uint32_t width, uint32_t height,
