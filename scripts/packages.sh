@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Installs the Debian packages that the project uses, if any is missing. This is the one list of them.
+#
+#     scripts/packages.sh [build|test]     build: the library, its converter; test: what the tests need as well
+set -euo pipefail
+
+build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
+test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils)
+
+if [ "${1:-build}" = test ]; then wanted=("${test[@]}"); else wanted=("${build[@]}"); fi
+
+missing=()
+for package in "${wanted[@]}"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+done
+[ ${#missing[@]} -gt 0 ] || exit 0
+
+echo "Installing Debian packages: ${missing[*]}"
+as_root=()
+[ "$(id -u)" = 0 ] || as_root=(sudo)
+export DEBIAN_FRONTEND=noninteractive
+"${as_root[@]}" apt-get update -qq
+"${as_root[@]}" apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null

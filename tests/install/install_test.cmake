@@ -1,0 +1,36 @@
+# Installs the build into an empty prefix and uses it as a stranger would: by the CMake package, and by pkg-config after the
+# tree has been moved.
+#   cmake -DBUILD=... -DSOURCE=... -DSCRATCH=... -DC=... -DCXX=... -P install_test.cmake
+function(run)
+  execute_process(COMMAND ${ARGN} RESULT_VARIABLE result OUTPUT_VARIABLE output ERROR_VARIABLE output)
+  if(NOT result EQUAL 0)
+    list(JOIN ARGN " " command)
+    message(FATAL_ERROR "${command}\n${output}")
+  endif()
+endfunction()
+
+file(REMOVE_RECURSE ${SCRATCH})
+run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH}/first)
+
+run(${CMAKE_COMMAND} -S ${SOURCE}/consumer -B ${SCRATCH}/build -DCMAKE_PREFIX_PATH=${SCRATCH}/first
+    -DCMAKE_C_COMPILER=${C} -DCMAKE_CXX_COMPILER=${CXX})
+run(${CMAKE_COMMAND} --build ${SCRATCH}/build)
+run(${CMAKE_CTEST_COMMAND} --test-dir ${SCRATCH}/build --output-on-failure)
+
+find_program(PKG_CONFIG pkg-config)
+if(NOT PKG_CONFIG)
+  message(FATAL_ERROR "pkg-config is missing (Debian package pkg-config)")
+endif()
+file(RENAME ${SCRATCH}/first ${SCRATCH}/moved)
+file(GLOB_RECURSE module ${SCRATCH}/moved/orvella.pc)
+cmake_path(GET module PARENT_PATH module_directory)
+set(ENV{PKG_CONFIG_PATH} ${module_directory})
+if(STATIC)
+  set(static --static)
+endif()
+execute_process(COMMAND ${PKG_CONFIG} ${static} --cflags --libs orvella OUTPUT_VARIABLE flags
+                OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+separate_arguments(flags)
+run(${C} -std=c99 ${SOURCE}/consumer/program_c.c ${flags} -o ${SCRATCH}/by-pkg-config)
+cmake_path(GET module_directory PARENT_PATH library_directory)
+run(${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${library_directory} ${SCRATCH}/by-pkg-config)
