@@ -1,0 +1,33 @@
+#!/bin/sh
+# Usage: exported_names.sh <nm> <library> <header>...
+#
+# The library exports the functions that the headers declare, those behind extern "C" by their plain names and the others
+# decorated, and nothing else.
+nm=$1 library=$2
+shift 2
+directory=$(mktemp -d) || exit 1
+trap 'rm -r "$directory"' EXIT
+
+# Lines "C name" and "C++ name".
+awk '
+    /^extern "C" \{/ { language = "C" }
+    /^\} \/\* extern "C"/ { language = "C++" }
+    /^ORV_API/ { sub(/\(.*/, ""); print language, $NF }' "$@" | sort > "$directory/declared"
+
+# Exported functions and data; the absolute symbols are version names.
+"$nm" -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' |
+    while read -r name; do
+        case $name in
+        _Z*) echo "C++ $(c++filt "$name" | sed 's/(.*//')" ;;
+        *) echo "C $name" ;;
+        esac
+    done | sort > "$directory/exported"
+
+[ -s "$directory/declared" ] || { echo "no declarations found in $*"; exit 1; }
+if diff -U0 "$directory/declared" "$directory/exported" > "$directory/difference"; then
+    echo "$(wc -l < "$directory/exported") names are exported"
+else
+    echo "Declared (-) and exported (+) names differ:"
+    grep '^[-+][^-+]' "$directory/difference"
+    exit 1
+fi
