@@ -1,10 +1,11 @@
-// The library's general transform, for the program.
+// The library's conversions, for the program.
 #pragma once
 #include <string>
 
 #include "files.h"
 #include "frame.h"
 #include "pixel_formats.h"
+#include "processing.h"
 
 namespace tool {
 
@@ -19,13 +20,18 @@ struct Image {
 std::uint64_t byteCount(const FrameFormat& frame);
 
 // Throws Refusal with the library's text and what could be changed.
-Image convert(const FrameFormat& frame, Bytes source, const Output& output);
+Image convert(const FrameFormat& frame, Bytes source, const Output& output, const Processing& processing = {});
 
-// Whether the library converts such frames to this output at all. Asks by converting a tiny image.
-bool isOffered(const FrameFormat& frame, const Output& output);
+// The library itself is asked what it offers, by converting tiny images.
 
-// Which sizes the library takes: "any size", "an even width", ... Asks by converting tiny images.
-std::string sizeRule(const FrameFormat& frame, const Output& output);
+// Whether it converts such frames to this output at all.
+bool isOffered(const FrameFormat& frame, const Output& output, const Processing& processing = {});
+
+// The pixel formats that it converts so to any output: "BayerRG8, Rgb8 (mosaics in every phase)".
+std::string offeredSources(const Processing& processing);
+
+// The sizes that it takes: "any size", "an even width", ...
+std::string sizeRule(const FrameFormat& frame, const Output& output, const Processing& processing = {});
 
 // The library's text for a code.
 std::string errorText(OrvErrorType code);

@@ -22,7 +22,8 @@ namespace fs = std::filesystem;
 struct ConvertOptions {
     FrameOptions frame;
     std::string output; // empty: what suits the source and the file type
-    std::string type;   // empty: by the file name
+    std::string debayer;
+    std::string type; // empty: by the file name
     bool raw = false;
     fs::path directory; // empty: two files are given, an input and an output
     std::vector<fs::path> files;
@@ -64,8 +65,19 @@ void makeDirectory(const fs::path& directory) {
     if (error) throw Error("cannot make the directory " + directory.string() + ": " + error.message());
 }
 
+Processing processingOf(const ConvertOptions& options, const FrameFormat& frame) {
+    Processing processing;
+    if (!options.debayer.empty()) {
+        if (!isMosaic(frame.pixels.samples))
+            throw UsageError("--debayer is for Bayer mosaics, not for " + std::string(frame.pixels.name));
+        processing.debayer = debayerModeNamed(options.debayer);
+    }
+    return processing;
+}
+
 void run(const ConvertOptions& options) {
     const FrameFormat frame = options.frame.frame();
+    const Processing processing = processingOf(options, frame);
     const bool many = !options.directory.empty();
     const std::string typeName = options.raw ? "raw" : !options.type.empty() ? options.type : many ? "png" : "";
     const std::vector<Job> jobs = plan(options, typeName);
@@ -80,7 +92,7 @@ void run(const ConvertOptions& options) {
         progress.show(done++, job.input.string());
         try {
             Bytes source = readFile(job.input, byteCount(frame), text(frame));
-            writeFile(job.output, encode(convert(frame, std::move(source), output), type));
+            writeFile(job.output, encode(convert(frame, std::move(source), output, processing), type));
         } catch (const Refusal&) {
             throw;
         } catch (const Error& error) { // the next file may be better
@@ -108,6 +120,8 @@ constexpr auto examples =
     "      Packed 12-bit grey, shown with 8 bits.\n"
     "  orvella convert -f BayerGR16 --bits-used 14 -s 768x512 frame.raw frame.png\n"
     "      14-bit samples in the low bits of 16-bit words.\n"
+    "  orvella convert -f BayerRG8 -s 2448x2048 --debayer lcaav frame.raw frame.png\n"
+    "      A mosaic whose fine lines would show false colours.\n"
     "  orvella convert -f BayerRG8 -s 640x480 --raw -t BGR24 - - < frame.raw | display-program\n"
     "      From standard input to standard output, as bytes.\n"
     "  orvella convert -f BayerRG8 -s 640x480 *.raw --output-directory pictures --type png\n"
@@ -124,6 +138,10 @@ void addConvertCommand(CLI::App& program) {
     options->frame.addTo(command);
     command.add_option("-t,--to", options->output, "Output, like RGB24 or Mono8 ('orvella formats' lists them)")
         ->option_text("NAME");
+    command
+        .add_option("--debayer", options->debayer,
+                    "How a mosaic becomes colour: 2x2 (default), 3x3, lcaa, lcaav, yuv422")
+        ->option_text("MODE");
     CLI::Option* const type =
         command
             .add_option("--type", options->type, "File type, if the name of the output does not say it by its ending")

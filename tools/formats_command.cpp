@@ -18,16 +18,29 @@ void printOutputs() {
     }
 }
 
-void printRow(const PixelFormat& pixels) {
-    const FrameFormat frame{pixels, {4, 4}};
-    std::string marks, rule;
+std::string marks(const PixelFormat& pixels, const Processing& processing) {
+    std::string marks;
+    for (const Output& output : outputs()) marks += isOffered({pixels, {}}, output, processing) ? "  x" : "  .";
+    return marks;
+}
+
+std::string sizeRule(const PixelFormat& pixels) {
     for (const Output& output : outputs()) {
-        const bool offered = isOffered(frame, output);
-        marks += offered ? "  x" : "  .";
-        if (offered && rule.empty()) rule = sizeRule(frame, output);
+        if (isOffered({pixels, {}}, output)) return sizeRule({pixels, {}}, output);
     }
-    std::printf("  %-20s 0x%08X %s  %s\n", std::string(pixels.name).c_str(), pixels.code, marks.c_str(),
-                rule.empty() ? "not converted" : rule.c_str());
+    return "not converted";
+}
+
+void printRow(const PixelFormat& pixels) {
+    std::printf("  %-20s 0x%08X %s  %s\n", std::string(pixels.name).c_str(), pixels.code, marks(pixels, {}).c_str(),
+                sizeRule(pixels).c_str());
+}
+
+void printRow(const DebayerMode& mode) {
+    const bool isDefault = mode.code == debayerModes().front().code;
+    std::printf("  %-7s %-23s %s  %s\n", std::string(mode.name).c_str(), std::string(mode.description).c_str(),
+                marks(pixelFormatNamed("BayerRG8"), {mode}).c_str(),
+                isDefault ? "every mosaic; the default" : offeredSources({mode}).c_str());
 }
 
 void run() {
@@ -37,6 +50,8 @@ void run() {
     for (const Output& output : outputs()) std::printf("%3u", output.code);
     std::puts("  sizes");
     for (const PixelFormat& format : pixelFormats()) printRow(format);
+    std::puts("\nDebayer modes (--debayer), what BayerRG8 converts to with them (x), and which formats have them:");
+    for (const DebayerMode& mode : debayerModes()) printRow(mode);
     std::puts("\nUpper and lower case are alike. A prefix 'PixelFormat' is accepted. YUV422 needs an even width.");
 }
 

@@ -1,9 +1,11 @@
 #include "picture.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "errors.h"
+#include "names.h"
 
 namespace tool {
 
@@ -18,9 +20,8 @@ constexpr Type types[] = {{"png", FileType::png}, {"pgm", FileType::pgm},  {"ppm
                           {"raw", FileType::raw}};
 constexpr std::string_view typeList = "png, pgm, ppm, pnm, tif, tiff, raw";
 
-const Type* find(std::string name) {
-    std::ranges::transform(name, name.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    const auto* const found = std::ranges::find(types, name, &Type::name);
+const Type* find(std::string_view name) {
+    const auto* const found = std::ranges::find_if(types, [&](const Type& type) { return sameName(type.name, name); });
     return found == std::end(types) ? nullptr : found;
 }
 

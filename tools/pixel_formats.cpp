@@ -1,10 +1,10 @@
 #include "pixel_formats.h"
 
 #include <algorithm>
-#include <numeric>
 #include <vector>
 
 #include "errors.h"
+#include "names.h"
 
 namespace tool {
 
@@ -79,41 +79,9 @@ constexpr Output outputTable[] = {
     {{"RGB48"}, OrvOutputRgb48, "red, green, blue, 16 bits each"},
 };
 
-char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
-
-bool same(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, [](char x, char y) { return lower(x) == lower(y); });
-}
-
 std::string_view withoutPrefix(std::string_view name, std::string_view prefix) {
-    return name.size() > prefix.size() && same(name.substr(0, prefix.size()), prefix) ? name.substr(prefix.size())
-                                                                                      : name;
-}
-
-// The least number of letters to insert, drop or change to turn one name into the other.
-std::size_t distance(std::string_view a, std::string_view b) {
-    std::vector<std::size_t> row(b.size() + 1); // distances from a's beginning so far to each beginning of b
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < a.size(); ++i) {
-        std::size_t diagonal = row[0]++;
-        for (std::size_t j = 0; j < b.size(); ++j) {
-            const std::size_t change = diagonal + (lower(a[i]) == lower(b[j]) ? 0 : 1);
-            diagonal = row[j + 1];
-            row[j + 1] = std::min({change, row[j] + 1, row[j + 1] + 1});
-        }
-    }
-    return row.back();
-}
-
-// "Did you mean BayerRG8, BayerBG8?" or nothing.
-std::string suggestion(std::string_view name, std::span<const std::string_view> known) {
-    std::size_t least = std::max<std::size_t>(2, name.size() / 3);
-    for (const auto candidate : known) least = std::min(least, distance(name, candidate));
-    std::string list;
-    for (const auto candidate : known) {
-        if (distance(name, candidate) <= least) list.append(list.empty() ? "" : ", ").append(candidate);
-    }
-    return list.empty() ? "" : "did you mean " + list + "? ";
+    return name.size() > prefix.size() && sameName(name.substr(0, prefix.size()), prefix) ? name.substr(prefix.size())
+                                                                                          : name;
 }
 
 } // namespace
@@ -125,7 +93,7 @@ const PixelFormat& pixelFormatNamed(std::string_view name) {
     const auto wanted = withoutPrefix(withoutPrefix(name, "Orv"), "PixelFormat");
     std::vector<std::string_view> known;
     for (const PixelFormat& format : formatTable) {
-        if (same(format.name, wanted)) return format;
+        if (sameName(format.name, wanted)) return format;
         known.push_back(format.name);
     }
     throw Error("unknown pixel format '" + std::string(name) + "'; " + suggestion(wanted, known) +
@@ -136,7 +104,7 @@ const Output& outputNamed(std::string_view name) {
     std::vector<std::string_view> known;
     for (const Output& output : outputTable) {
         for (const auto candidate : output.names) {
-            if (!candidate.empty() && same(candidate, name)) return output;
+            if (!candidate.empty() && sameName(candidate, name)) return output;
             known.push_back(candidate);
         }
     }

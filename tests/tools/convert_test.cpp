@@ -1,5 +1,6 @@
 // Files, streams and names of the converter.
 #include <algorithm>
+#include <set>
 
 #include "pictures.h"
 #include "program.h"
@@ -85,6 +86,14 @@ TEST_F(Convert, NamesIgnoreCaseAndPrefix) {
         succeed("convert -s 64x48 -t rgb8 -f " + format + " mosaic.raw " + format + ".png");
     EXPECT_EQ(readFile(path("bayerrg8.png")), readFile(path("picture.png")));
     EXPECT_EQ(readFile(path("PixelFormatBayerRG8.png")), readFile(path("picture.png")));
+}
+
+TEST_F(Convert, EveryDebayerModeMakesAPictureOfItsOwn) {
+    std::set<std::string> pictures;
+    for (const std::string mode : {"2x2", "3x3", "lcaa", "lcaav", "yuv422"})
+        pictures.insert(succeed(mosaic + "mosaic.raw - --debayer " + mode).out);
+    EXPECT_EQ(pictures.size(), 5u);
+    EXPECT_TRUE(pictures.contains(succeed(mosaic + "mosaic.raw -").out));
 }
 
 TEST_F(Convert, StandardInputAndOutput) {

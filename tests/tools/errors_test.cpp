@@ -67,12 +67,18 @@ TEST_F(Errors, WrongNames) {
 TEST_F(Errors, Refusals) {
     writeFile(path("12x3.raw"), std::string(36, 'x'));
     writeFile(path("3x3p.raw"), std::string(14, 'x'));
+    writeFile(path("12p.raw"), std::string(24, 'x'));
     writeFile(path("words.raw"), std::string(32, 'x'));
     expectEach({
         {"convert -f BayerRG8 -s 12x3 12x3.raw out.png", 1, {"(-7)", "an even width and height"}},
         {"convert -f Mono12p -s 3x3 3x3p.raw out.png", 1, {"(-7)", "even number of pixels"}},
         {"convert -f Mono8 -s 12x3 -t RGB48 12x3.raw out.png", 1, {"API feature is not implemented (-17)"}},
         {"convert -f Mono16 --bits-used 11 -s 4x4 words.raw out.png", 1, {"(-1)", "10, 12, 13, 14, 15, 16"}},
+        {"convert -f BayerRG8 -s 18x2 --debayer 3x3 12x3.raw out.png", 1, {"--debayer 3x3", "(-7)", "at least 4"}},
+        {"convert -f BayerRG8 -s 6x6 --debayer lcaa --raw -t UYVY 12x3.raw out", 1, {"(-17)", "Mono8, BGR24, BGRA32"}},
+        {"convert -f BayerGB12 -s 4x4 --debayer lcaav words.raw out.png", 1, {"lcaav is offered for BayerRG8 (mos"}},
+        {"convert -f BayerRG12p -s 4x4 --debayer 3x3 12p.raw out.png", 1, {"(-17)", "3x3 is offered for BayerRG8"}},
+        {"convert -f BayerRG12Packed -s 4x4 --debayer 3x3 12p.raw out.png", 1, {"(-17)", "3x3 is offered for"}},
         {"chart -f Yuv411 -s 6x6 out.raw", 1, {"Yuv411 at 6x6", "multiple of 4"}},
     });
 }
@@ -97,6 +103,8 @@ TEST_F(Errors, Usage) {
         {convert + "-t UYVY in.raw out.png", 2, {"YUV422", "raw"}},
         {convert + "-t RGB24 in.raw out.pgm", 2, {"PGM"}},
         {convert + "-t RGBA32 in.raw out.ppm", 2, {"PPM"}},
+        {convert + "--debayer 3x3 in.raw out.png", 2, {"--debayer", "mosaics", "Mono8"}},
+        {"convert -f BayerRG8 -s 8x8 --debayer 4x4 in.raw out.png", 2, {"'4x4'", "2x2, 3x3, lcaa"}},
         {convert + "--big-endian in.raw out.png", 2, {"16-bit samples", "Mono8"}},
         {convert + "--raw in.raw ./in.raw", 2, {"overwritten"}},
         {convert + "in.raw ./in.raw --output-directory out", 2, {"both become"}},

@@ -20,6 +20,8 @@ TEST_F(Listings, FormatsShowsWhatTheLibraryConverts) {
              "Mono16               0x01100007   x  x  x  x  x  x  .  x  x  .  .  any size",
              "BayerBG8             0x0108000B   x  x  x  x  x  x  x  x  x  .  .  an even width and height",
              "Rgb16                0x02300033   .  .  .  .  .  .  .  .  .  .  .  not converted",
+             "x  x  x  x  x  x  x  x  x  .  .  every mosaic; the default",
+             "lcaav   2x2, mean chroma of 4x2   x  x  x  x  x  x  .  x  x  .  .  BayerRG8 (mosaics in every phase)",
          })
         EXPECT_NE(list.find(row), std::string::npos) << row << "\nis not in\n" << list;
 }

@@ -1,0 +1,15 @@
+// Comparing the names that a user types.
+#pragma once
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+// Whatever the case of the letters.
+bool sameName(std::string_view a, std::string_view b);
+
+// "did you mean BayerRG8, BayerBG8? " or nothing.
+std::string suggestion(std::string_view name, std::span<const std::string_view> known);
+
+} // namespace tool
