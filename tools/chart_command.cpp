@@ -18,14 +18,14 @@ struct ChartOptions {
 void run(const ChartOptions& options) {
     const FrameFormat frame = options.frame.frame();
     const Chart chart = makeChart(frame.size);
-    const Bytes packed = pack(chart, frame);
+    Bytes packed = pack(chart, frame);
     if (!options.truth.empty()) {
         const FileType type = fileTypeOf(options.truth);
         Image truth = truthFor(frame, chart);
         requireHolds(type, truth.output);
         writeFile(options.truth, encode(std::move(truth), type));
     }
-    writeFile(options.output, packed);
+    writeFile(options.output, std::move(packed));
 }
 
 } // namespace

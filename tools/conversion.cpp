@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "errors.h"
-
 namespace tool {
 
 namespace {
@@ -124,15 +122,19 @@ std::string errorText(OrvErrorType code) {
 
 std::uint64_t byteCount(const FrameFormat& frame) { return byteCount(describe(frame).ImageInfo); }
 
+Refusal refusal(const FrameFormat& frame, const Output& output, const Processing& processing, OrvErrorType code) {
+    const std::string options = text(processing);
+    return Refusal("cannot convert " + text(frame) + " to " + std::string(output.names[0]) +
+                   (options.empty() ? "" : " with " + options) + ": " + errorText(code) + " (" + std::to_string(code) +
+                   "); " + hint(frame, output, processing));
+}
+
 Image convert(const FrameFormat& frame, Bytes source, const Output& output, const Processing& processing) {
     Image image{output, frame.size, {}};
     const OrvErrorType code =
         ignoresMode(frame, output, processing) ? OrvErrorNotImplemented : transform(frame, source, image, processing);
     if (code == OrvErrorSuccess) return image;
-    const std::string options = text(processing);
-    throw Refusal("cannot convert " + text(frame) + " to " + std::string(output.names[0]) +
-                  (options.empty() ? "" : " with " + options) + ": " + errorText(code) + " (" + std::to_string(code) +
-                  "); " + hint(frame, output, processing));
+    throw refusal(frame, output, processing, code);
 }
 
 bool isOffered(const FrameFormat& frame, const Output& output, const Processing& processing) {

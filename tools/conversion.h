@@ -2,6 +2,7 @@
 #pragma once
 #include <string>
 
+#include "errors.h"
 #include "files.h"
 #include "frame.h"
 #include "pixel_formats.h"
@@ -19,7 +20,10 @@ struct Image {
 // Bytes of such a frame.
 std::uint64_t byteCount(const FrameFormat& frame);
 
-// Throws Refusal with the library's text and what could be changed.
+// What to throw if the library refuses, with its text and what could be changed.
+Refusal refusal(const FrameFormat& frame, const Output& output, const Processing& processing, OrvErrorType code);
+
+// Throws Refusal.
 Image convert(const FrameFormat& frame, Bytes source, const Output& output, const Processing& processing = {});
 
 // The library itself is asked what it offers, by converting tiny images.

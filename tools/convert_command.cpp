@@ -1,7 +1,6 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
-#include <set>
 #include <vector>
 
 #include "commands.h"
@@ -10,7 +9,9 @@
 #include "files.h"
 #include "frame_options.h"
 #include "help.h"
+#include "jobs.h"
 #include "picture.h"
+#include "planes.h"
 #include "progress.h"
 
 namespace tool {
@@ -29,36 +30,6 @@ struct ConvertOptions {
     std::vector<fs::path> files;
 };
 
-struct Job {
-    fs::path input, output;
-};
-
-void requireInputsSurvive(const std::vector<Job>& jobs) {
-    std::set<fs::path> outputs;
-    for (const Job& job : jobs) {
-        std::error_code none;
-        if (job.output != "-" && fs::equivalent(job.input, job.output, none))
-            throw UsageError(job.output.string() + " is an input and would be overwritten");
-        if (!outputs.insert(job.output).second) throw UsageError("two inputs would both become " + job.output.string());
-    }
-}
-
-std::vector<Job> plan(const ConvertOptions& options, const std::string& ending) {
-    std::vector<Job> jobs;
-    if (!options.directory.empty()) {
-        for (const fs::path& file : options.files) {
-            fs::path name = file == "-" ? fs::path("stdin") : file.filename();
-            jobs.push_back({file, options.directory / name.replace_extension(ending)});
-        }
-    } else if (options.files.size() == 2) {
-        jobs.push_back({options.files[0], options.files[1]});
-    } else {
-        throw UsageError("give one input and one output, or any number of inputs and --output-directory");
-    }
-    requireInputsSurvive(jobs);
-    return jobs;
-}
-
 void makeDirectory(const fs::path& directory) {
     std::error_code error;
     fs::create_directories(directory, error);
@@ -75,14 +46,22 @@ Processing processingOf(const ConvertOptions& options, const FrameFormat& frame)
     return processing;
 }
 
+std::vector<Image> convertAll(const FrameFormat& frame, Bytes source, const Output& output,
+                              const Processing& processing) {
+    if (!output.planes.empty()) return convertToPlanes(frame, std::move(source), output, processing);
+    return {convert(frame, std::move(source), output, processing)};
+}
+
 void run(const ConvertOptions& options) {
     const FrameFormat frame = options.frame.frame();
     const Processing processing = processingOf(options, frame);
     const bool many = !options.directory.empty();
+    if (!many && options.files.size() != 2)
+        throw UsageError("give one input and one output, or any number of inputs and --output-directory");
     const std::string typeName = options.raw ? "raw" : !options.type.empty() ? options.type : many ? "png" : "";
-    const std::vector<Job> jobs = plan(options, typeName);
-    const FileType type = typeName.empty() ? fileTypeOf(jobs[0].output) : fileTypeNamed(typeName);
+    const FileType type = typeName.empty() ? fileTypeOf(options.files.back()) : fileTypeNamed(typeName);
     const Output output = options.output.empty() ? suitableOutput(frame, type) : outputNamed(options.output);
+    const std::vector<Job> jobs = planJobs(options.files, options.directory, typeName, output.planes);
     requireHolds(type, output);
     if (many) makeDirectory(options.directory);
 
@@ -92,7 +71,10 @@ void run(const ConvertOptions& options) {
         progress.show(done++, job.input.string());
         try {
             Bytes source = readFile(job.input, byteCount(frame), text(frame));
-            writeFile(job.output, encode(convert(frame, std::move(source), output, processing), type));
+            std::vector<File> files;
+            for (Image& image : convertAll(frame, std::move(source), output, processing))
+                files.push_back({job.outputs[files.size()], encode(std::move(image), type)});
+            writeFiles(files);
         } catch (const Refusal&) {
             throw;
         } catch (const Error& error) { // the next file may be better
@@ -110,6 +92,9 @@ void run(const ConvertOptions& options) {
 constexpr auto examples =
     "File types: png, tif and tiff hold every output but YUV422; pgm holds grey, ppm RGB, pnm both; raw holds\n"
     "the plain bytes of any output, 16-bit samples little-endian. Standard output and directories get png.\n"
+    "\n"
+    "Planes are several files: '-t planes frame.raw frame.png' writes frame.r.png, frame.g.png and frame.b.png,\n"
+    "'-t planes-y' frame.y.png, too. All of them are written, or none.\n"
     "\n"
     "Without -t, colour and mosaic sources become RGB24, 8-bit grey ones Mono8, deeper grey ones Mono16.\n"
     "\n"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <deque>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -60,38 +61,58 @@ void writeAll(int descriptor, const Bytes& content, const std::string& name) {
     }
 }
 
-// A new file beside `target`, gone again unless it is put in the target's place.
-class TemporaryFile {
+mode_t modeOfNewFiles() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+// New content beside a file, gone again unless it is put in the file's place. What a link points to is replaced, not
+// the link; the file's mode stays.
+class Replacement {
 public:
-    explicit TemporaryFile(const fs::path& target)
-        : target_(target), path_((target.parent_path() / ".orvella.XXXXXX").string()),
-          descriptor_(::mkstemp(path_.data())) {
+    Replacement(const fs::path& path, const fs::file_status& status)
+        : target_(fs::exists(status) ? fs::canonical(path) : path),
+          mode_(fs::exists(status) ? static_cast<mode_t>(status.permissions()) : modeOfNewFiles()),
+          path_((target_.parent_path() / ".orvella.XXXXXX").string()), descriptor_(::mkstemp(path_.data())) {
         if (*descriptor_ < 0) fail("cannot write " + target_.string());
     }
-    TemporaryFile(const TemporaryFile&) = delete;
-    TemporaryFile& operator=(const TemporaryFile&) = delete;
-    ~TemporaryFile() {
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement() {
         if (!path_.empty()) ::unlink(path_.c_str());
     }
 
-    int descriptor() const { return *descriptor_; }
+    void write(const Bytes& content) {
+        writeAll(*descriptor_, content, target_.string());
+        if (::fchmod(*descriptor_, mode_) != 0 || !descriptor_.close()) fail("cannot write " + target_.string());
+    }
 
-    void replaceTarget(mode_t mode) {
-        if (::fchmod(*descriptor_, mode) != 0 || !descriptor_.close() || ::rename(path_.c_str(), target_.c_str()) != 0)
-            fail("cannot write " + target_.string());
+    void replaceTarget() {
+        if (::rename(path_.c_str(), target_.c_str()) != 0) fail("cannot write " + target_.string());
         path_.clear();
     }
 
 private:
     fs::path target_;
+    mode_t mode_;
     std::string path_;
     Descriptor descriptor_;
 };
 
-mode_t modeOfNewFiles() {
-    const mode_t mask = ::umask(0);
-    ::umask(mask);
-    return 0666 & ~mask;
+fs::file_status requireWritable(const fs::path& path) {
+    std::error_code none;
+    const fs::file_status status = fs::status(path, none);
+    if (fs::is_directory(status)) fail("cannot write " + path.string(), EISDIR);
+    if (fs::exists(status) && ::access(path.c_str(), W_OK) != 0) fail("cannot write " + path.string());
+    return status;
+}
+
+void writeDirectly(const fs::path& path, const Bytes& content) {
+    Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (*file < 0) fail("cannot write " + path.string());
+    writeAll(*file, content, path.string());
+    if (!file.close()) fail("cannot write " + path.string());
 }
 
 } // namespace
@@ -119,25 +140,22 @@ Bytes readFile(const fs::path& path, std::uint64_t size, const std::string& what
     return content;
 }
 
-void writeFile(const fs::path& path, const Bytes& content) {
-    if (path == "-") return writeAll(STDOUT_FILENO, content, outputName(path));
-
-    std::error_code none;
-    const auto status = fs::status(path, none);
-    const bool replaces = fs::exists(status);
-    if (fs::is_directory(status)) fail("cannot write " + path.string(), EISDIR);
-    if (replaces && ::access(path.c_str(), W_OK) != 0) fail("cannot write " + path.string());
-
-    if (replaces && !fs::is_regular_file(status)) {
-        Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-        if (*file < 0) fail("cannot write " + path.string());
-        writeAll(*file, content, path.string());
-        if (!file.close()) fail("cannot write " + path.string());
-        return;
+void writeFiles(const std::vector<File>& files) {
+    std::deque<Replacement> replacements;
+    for (const auto& [path, content] : files) {
+        if (path == "-") {
+            writeAll(STDOUT_FILENO, content, outputName(path));
+            continue;
+        }
+        const fs::file_status status = requireWritable(path);
+        if (fs::exists(status) && !fs::is_regular_file(status))
+            writeDirectly(path, content);
+        else
+            replacements.emplace_back(path, status).write(content);
     }
-    TemporaryFile file(replaces ? fs::canonical(path) : path); // what a link points to is replaced, not the link
-    writeAll(file.descriptor(), content, path.string());
-    file.replaceTarget(replaces ? static_cast<mode_t>(status.permissions()) : modeOfNewFiles());
+    for (Replacement& replacement : replacements) replacement.replaceTarget();
 }
+
+void writeFile(const fs::path& path, Bytes content) { writeFiles({{path, std::move(content)}}); }
 
 } // namespace tool

@@ -17,8 +17,14 @@ std::string outputName(const std::filesystem::path& path);
 // was found. Never holds much more than the file has, whatever `size` claims.
 Bytes readFile(const std::filesystem::path& path, std::uint64_t size, const std::string& what);
 
-// Writes the file whole or not at all: to a temporary name beside it, which is renamed at the end. Things that are no
-// ordinary files (pipes, devices) are written directly. Throws Error.
-void writeFile(const std::filesystem::path& path, const Bytes& content);
+struct File {
+    std::filesystem::path path;
+    Bytes content;
+};
+
+// Writes files whole, and all of them or none: to temporary names beside them, which are renamed at the end. Things
+// that are no ordinary files (pipes, devices) are written directly. Throws Error.
+void writeFiles(const std::vector<File>& files);
+void writeFile(const std::filesystem::path& path, Bytes content);
 
 } // namespace tool

@@ -8,14 +8,17 @@ namespace tool {
 
 namespace {
 
+void printOutput(const Output& output, const std::string& number) {
+    std::string names(output.names[0]);
+    for (std::size_t i = 1; i < output.names.size() && !output.names[i].empty(); ++i)
+        names.append(", ").append(output.names[i]);
+    std::printf("  %2s  %-24s %s\n", number.c_str(), names.c_str(), std::string(output.description).c_str());
+}
+
 void printOutputs() {
     std::puts("Outputs (-t), with their other names:");
-    for (const Output& output : outputs()) {
-        std::string names(output.names[0]);
-        for (std::size_t i = 1; i < output.names.size() && !output.names[i].empty(); ++i)
-            names.append(", ").append(output.names[i]);
-        std::printf("  %2u  %-24s %s\n", output.code, names.c_str(), std::string(output.description).c_str());
-    }
+    for (const Output& output : outputs()) printOutput(output, std::to_string(output.code));
+    for (const Output& output : planeOutputs()) printOutput(output, "");
 }
 
 std::string marks(const PixelFormat& pixels, const Processing& processing) {

@@ -38,7 +38,7 @@ void run(const GrabOptions& options) {
     grab(settings, [&](const FrameFormat& frame, Bytes bytes) {
         const fs::path path = numbered(options.output, ++count, options.frames);
         if (type == FileType::raw)
-            writeFile(path, bytes);
+            writeFile(path, std::move(bytes));
         else
             writeFile(path, encode(convert(frame, std::move(bytes), suitableOutput(frame, type)), type));
         std::fprintf(path == "-" ? stderr : stdout, "%s: %s\n", outputName(path).c_str(), text(frame).c_str());

@@ -77,7 +77,10 @@ constexpr Output outputTable[] = {
     {{"Mono16_Rec709"}, OrvOutputMono16Rec709, "grey, 16 bits, luma weights of ITU-R BT.709"},
     {{"BGR48"}, OrvOutputBgr48, "blue, green, red, 16 bits each"},
     {{"RGB48"}, OrvOutputRgb48, "red, green, blue, 16 bits each"},
+    {{"planes"}, OrvOutputMono8, "red, green and blue as grey pictures: NAME.r.png, NAME.g.png, NAME.b.png", "rgb"},
+    {{"planes-y"}, OrvOutputMono8, "the same and luma: NAME.y.png", "rgby"},
 };
+constexpr std::size_t planeOutputCount = 2; // at the end
 
 std::string_view withoutPrefix(std::string_view name, std::string_view prefix) {
     return name.size() > prefix.size() && sameName(name.substr(0, prefix.size()), prefix) ? name.substr(prefix.size())
@@ -87,7 +90,8 @@ std::string_view withoutPrefix(std::string_view name, std::string_view prefix) {
 } // namespace
 
 std::span<const PixelFormat> pixelFormats() { return formatTable; }
-std::span<const Output> outputs() { return outputTable; }
+std::span<const Output> outputs() { return std::span(outputTable).first(std::size(outputTable) - planeOutputCount); }
+std::span<const Output> planeOutputs() { return std::span(outputTable).last(planeOutputCount); }
 
 const PixelFormat& pixelFormatNamed(std::string_view name) {
     const auto wanted = withoutPrefix(withoutPrefix(name, "Orv"), "PixelFormat");

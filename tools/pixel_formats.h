@@ -30,12 +30,14 @@ struct PixelFormat {
 
 struct Output {
     std::array<std::string_view, 3> names; // the first is shown, all are understood; unused ones are empty
-    OrvOutputCode code;
+    OrvOutputCode code;                    // of planes, of each one
     std::string_view description;
+    std::string_view planes = ""; // a picture for each of these letters; for none, a single picture
 };
 
 std::span<const PixelFormat> pixelFormats(); // 49
 std::span<const Output> outputs();           // 11, by their code
+std::span<const Output> planeOutputs();      // 2
 
 // By name, whatever the case of its letters, with or without the prefix "PixelFormat" or "OrvPixelFormat".
 // Throws Error for an unknown name; the message suggests similar ones.

@@ -1,5 +1,6 @@
 // Files, streams and names of the converter.
 #include <algorithm>
+#include <array>
 #include <set>
 
 #include "pictures.h"
@@ -78,6 +79,38 @@ TEST_F(Convert, RawFilesHoldTheBytesOfTheOutput) {
     ASSERT_EQ(bytes.size(), picture.samples.size());
     for (std::size_t i = 0; i < bytes.size(); ++i)
         ASSERT_EQ(static_cast<unsigned char>(bytes[i]), picture.samples[i / 3 * 3 + 2 - i % 3]) << i;
+}
+
+TEST_F(Convert, PlanesAreAFileForEachColour) {
+    const Names letters{"r", "g", "b", "y"};
+    for (const std::string format : {"Rgb8", "Yuv411", "Yuv422", "Yuv444", "Bgra8", "BayerGB12p"}) {
+        SCOPED_TRACE(format);
+        const std::string frame = " -s 64x48 -f " + format;
+        succeed("chart frame.raw" + frame);
+        succeed("convert frame.raw whole.ppm" + frame);
+        succeed("convert -t planes-y frame.raw planes.pgm" + frame);
+        const Picture whole = readPnm(path("whole.ppm"));
+        std::array<Picture, 4> planes;
+        for (unsigned i = 0; i < 4; ++i) {
+            planes[i] = readPnm(path("planes." + letters[i] + ".pgm"));
+            ASSERT_EQ(planes[i].samples.size(), 64u * 48);
+        }
+        // Luma rounds otherwise than the picture's, and planes of YUV otherwise than a picture of it.
+        for (unsigned i = 0; i < 64 * 48; ++i) {
+            const auto colour = [&](unsigned c) { return static_cast<double>(planes[c].samples[i]); };
+            for (unsigned c = 0; c < 3; ++c) ASSERT_NEAR(colour(c), whole.samples[3 * i + c], 1) << i;
+            if (format.starts_with("Yuv")) continue; // the source's own
+            ASSERT_NEAR(colour(3), 0.299 * colour(0) + 0.587 * colour(1) + 0.114 * colour(2), 1) << i;
+        }
+    }
+}
+
+TEST_F(Convert, PlanesAreNamedAfterTheOutput) {
+    succeed(mosaic + "-t planes --raw mosaic.raw bytes");
+    succeed(mosaic + "-t PLANES mosaic.raw --output-directory made");
+    EXPECT_EQ(files(), (Names{"bytes.b", "bytes.g", "bytes.r", "grey.raw", "made/mosaic.b.png", "made/mosaic.g.png",
+                              "made/mosaic.r.png", "mosaic.raw"}));
+    EXPECT_EQ(std::filesystem::file_size(path("bytes.g")), 64u * 48);
 }
 
 TEST_F(Convert, NamesIgnoreCaseAndPrefix) {

@@ -36,6 +36,7 @@ TEST_F(Errors, WrongFiles) {
     writeFile(path("right.raw"), std::string(100, 'x'));
     std::filesystem::create_directory(path("folder"));
     std::filesystem::create_directory(path("folder.png"));
+    std::filesystem::create_directory(path("planes.b.png"));
     const std::string convert = "convert -f Mono8 -s 10x10 ";
     expectEach({
         {convert + "short.raw out.png", 1, {"short.raw", "expected 100 bytes for Mono8 at 10x10, found 99"}},
@@ -47,6 +48,7 @@ TEST_F(Errors, WrongFiles) {
         {convert + "folder out.png", 1, {"folder"}},
         {convert + "right.raw none/out.png", 1, {"none/out.png", "No such file"}},
         {convert + "right.raw folder.png", 1, {"folder.png", "Is a directory"}},
+        {convert + "right.raw -t planes planes.png", 1, {"planes.b.png", "Is a directory"}}, // and no planes.r.png
         {convert + "right.raw --type png /dev/full", 1, {"/dev/full", "No space left"}},
         {convert + "right.raw --output-directory short.raw", 1, {"short.raw"}},
     });
@@ -59,6 +61,7 @@ TEST_F(Errors, WrongNames) {
     expectEach({
         {"convert -f BayerRX8" + files, 1, {"'BayerRX8'", "did you mean BayerRG8", "orvella formats"}},
         {"convert -f Nonsense" + files, 1, {"'Nonsense'", "orvella formats"}},
+        {"convert -f Mono8 -t plane" + files, 1, {"did you mean planes?"}},
         {"convert -f Mono8 -t RGB25" + files, 1, {"'RGB25'", "did you mean", "RGB24"}},
         {"chart -f Bayer8 -s 8x8 out.raw", 1, {"BayerRG8, BayerGR8, BayerGB8, BayerBG8"}},
     });
@@ -67,6 +70,7 @@ TEST_F(Errors, WrongNames) {
 TEST_F(Errors, Refusals) {
     writeFile(path("12x3.raw"), std::string(36, 'x'));
     writeFile(path("3x3p.raw"), std::string(14, 'x'));
+    writeFile(path("6x6.raw"), std::string(54, 'x'));
     writeFile(path("12p.raw"), std::string(24, 'x'));
     writeFile(path("words.raw"), std::string(32, 'x'));
     expectEach({
@@ -79,6 +83,8 @@ TEST_F(Errors, Refusals) {
         {"convert -f BayerGB12 -s 4x4 --debayer lcaav words.raw out.png", 1, {"lcaav is offered for BayerRG8 (mos"}},
         {"convert -f BayerRG12p -s 4x4 --debayer 3x3 12p.raw out.png", 1, {"(-17)", "3x3 is offered for BayerRG8"}},
         {"convert -f BayerRG12Packed -s 4x4 --debayer 3x3 12p.raw out.png", 1, {"(-17)", "3x3 is offered for"}},
+        {"convert -f Yuv411 -s 6x6 -t planes 6x6.raw out.png", 1, {"to planes", "(-7)", "multiple of 4"}},
+        {"convert -f Rgb16 -s 2x2 -t planes 12p.raw out.png", 1, {"see 'orvella formats'"}},
         {"chart -f Yuv411 -s 6x6 out.raw", 1, {"Yuv411 at 6x6", "multiple of 4"}},
     });
 }
@@ -86,6 +92,7 @@ TEST_F(Errors, Refusals) {
 TEST_F(Errors, Usage) {
     const std::string content(64, 'x');
     writeFile(path("in.raw"), content);
+    writeFile(path("in.g.raw"), content);
     const std::string convert = "convert -f Mono8 -s 8x8 ";
     expectEach({
         {"", 2, {"--help"}},
@@ -102,11 +109,15 @@ TEST_F(Errors, Usage) {
         {convert + "--type png --raw in.raw out", 2, {"--raw"}},
         {convert + "-t UYVY in.raw out.png", 2, {"YUV422", "raw"}},
         {convert + "-t RGB24 in.raw out.pgm", 2, {"PGM"}},
+        {convert + "-t planes in.raw out.ppm", 2, {"PPM", "planes"}},
+        {convert + "-t planes in.raw -", 2, {"several files"}},
         {convert + "-t RGBA32 in.raw out.ppm", 2, {"PPM"}},
         {convert + "--debayer 3x3 in.raw out.png", 2, {"--debayer", "mosaics", "Mono8"}},
         {"convert -f BayerRG8 -s 8x8 --debayer 4x4 in.raw out.png", 2, {"'4x4'", "2x2, 3x3, lcaa"}},
         {convert + "--big-endian in.raw out.png", 2, {"16-bit samples", "Mono8"}},
         {convert + "--raw in.raw ./in.raw", 2, {"overwritten"}},
+        {convert + "-t planes --raw in.g.raw in.raw", 2, {"in.g.raw", "overwritten"}},
+        {convert + "--raw in.g.raw in.raw -t planes --output-directory .", 2, {"./in.g.raw", "overwritten"}},
         {convert + "in.raw ./in.raw --output-directory out", 2, {"both become"}},
         {"grab -n 0 out.raw", 2, {"--frames"}},
     });
@@ -121,9 +132,10 @@ TEST_F(Errors, ADiskThatFillsUp) {
     const rlimit limited{5000, unlimited.rlim_max}; // the program's files cannot grow beyond this
     ::signal(SIGXFSZ, SIG_IGN);
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limited), 0);
-    const std::string convert = "convert -f Mono8 -s 100x100 -t BGR24 in.raw ";
-    expectEach({{convert + "new.raw", 1, {"new.raw", "File too large"}},
-                {convert + "old.raw", 1, {"old.raw", "File too large"}}});
+    const std::string convert = "convert -f Mono8 -s 100x100 in.raw ";
+    expectEach({{convert + "-t BGR24 new.raw", 1, {"new.raw", "File too large"}},
+                {convert + "-t BGR24 old.raw", 1, {"old.raw", "File too large"}},
+                {convert + "-t planes new.raw", 1, {"new.r.raw", "File too large"}}});
     ::setrlimit(RLIMIT_FSIZE, &unlimited);
     ::signal(SIGXFSZ, SIG_DFL);
     EXPECT_EQ(readFile(path("old.raw")), "old");
