@@ -69,7 +69,7 @@ template <class W> void mosaic3x3Kernel(u8* d, const u8* s, size_t width, size_t
 
 template <int... outputs> constexpr ByOutput<Mosaic> mosaics3x3() {
     ByOutput<Mosaic> table;
-    ((table.kernel[outputs] = mosaic3x3Kernel<WriterOf<outputs>>), ...);
+    (table.set(outputs, mosaic3x3Kernel<WriterOf<outputs>>), ...);
     return table;
 }
 

@@ -185,7 +185,7 @@ void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned ph
 
 template <class Filter, int... outputs> constexpr ByOutput<FilteredMosaic> filteredMosaics() {
     ByOutput<FilteredMosaic> table;
-    ((table.kernel[outputs] = filteredMosaicKernel<Filter, WriterOf<outputs>>), ...);
+    (table.set(outputs, filteredMosaicKernel<Filter, WriterOf<outputs>>), ...);
     return table;
 }
 

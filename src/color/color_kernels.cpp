@@ -17,7 +17,7 @@ struct DoubleLumaWriter {
 
 template <int output> constexpr ByOutput<Run> swaps32() {
     ByOutput<Run> table;
-    table.kernel[output] = runKernel<Pixels32Reader, Swapped32>;
+    table.set(output, runKernel<Pixels32Reader, Swapped32>);
     return table;
 }
 

@@ -143,12 +143,12 @@ void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, uns
 // The kernels of one sample reader for a list of outputs.
 template <class S, int... outputs> constexpr ByOutput<Mosaic> mosaics2x2() {
     ByOutput<Mosaic> table;
-    ((table.kernel[outputs] = mosaic2x2Kernel<S, WriterOf<outputs>>), ...);
+    (table.set(outputs, mosaic2x2Kernel<S, WriterOf<outputs>>), ...);
     return table;
 }
 template <class S, int... outputs> constexpr ByOutput<ShiftedMosaic> shiftedMosaics2x2() {
     ByOutput<ShiftedMosaic> table;
-    ((table.kernel[outputs] = shiftedMosaic2x2Kernel<S, WriterOf<outputs>>), ...);
+    (table.set(outputs, shiftedMosaic2x2Kernel<S, WriterOf<outputs>>), ...);
     return table;
 }
 

@@ -43,12 +43,12 @@ template <class R, class W> void shiftedRunKernel(u8* d, const u8* s, size_t n, 
 // The kernels of one reader for a list of outputs.
 template <class R, int... outputs> constexpr ByOutput<Run> runs() {
     ByOutput<Run> table;
-    ((table.kernel[outputs] = runKernel<R, WriterOf<outputs>>), ...);
+    (table.set(outputs, runKernel<R, WriterOf<outputs>>), ...);
     return table;
 }
 template <class R, int... outputs> constexpr ByOutput<ShiftedRun> shiftedRuns() {
     ByOutput<ShiftedRun> table;
-    ((table.kernel[outputs] = shiftedRunKernel<R, WriterOf<outputs>>), ...);
+    (table.set(outputs, shiftedRunKernel<R, WriterOf<outputs>>), ...);
     return table;
 }
 
@@ -58,7 +58,7 @@ template <int bytesPerPixel> void copyKernel(u8* d, const u8* s, size_t n) {
 }
 template <int bytesPerPixel, int... outputs> constexpr ByOutput<Run> copies() {
     ByOutput<Run> table;
-    ((table.kernel[outputs] = copyKernel<bytesPerPixel>), ...);
+    (table.set(outputs, copyKernel<bytesPerPixel>), ...);
     return table;
 }
 

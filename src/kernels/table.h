@@ -15,17 +15,24 @@ using FilteredMosaic = void (*)(u8* destination, u8* source, size_t width, size_
 constexpr unsigned outputCount = 11;
 
 // One kernel per OrvOutputCode; null: not offered.
-template <class Kernel> struct ByOutput {
-    Kernel kernel[outputCount] = {};
-
-    constexpr Kernel operator[](u32 output) const { return output < outputCount ? kernel[output] : nullptr; }
+template <class Kernel> class ByOutput {
+public:
+    constexpr void set(u32 output, Kernel kernel) {
+        kernels_[output] = kernel;
+        offered_ |= 1U << output;
+    }
+    constexpr Kernel operator[](u32 output) const { return output < outputCount ? kernels_[output] : nullptr; }
 
     // Both tables in one; they have no output in common.
     friend constexpr ByOutput operator|(ByOutput a, const ByOutput& b) {
-        for (unsigned i = 0; i < outputCount; ++i)
-            if (b.kernel[i]) a.kernel[i] = b.kernel[i];
+        for (u32 output = 0; output < outputCount; ++output)
+            if (b.offered_ >> output & 1) a.set(output, b.kernels_[output]);
         return a;
     }
+
+private:
+    Kernel kernels_[outputCount] = {};
+    u32 offered_ = 0; // one bit each: g++ compares no function with null in a constant under -fsanitize=undefined
 };
 
 } // namespace kel
