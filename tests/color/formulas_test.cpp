@@ -6,8 +6,8 @@
 #include <functional>
 #include <vector>
 
-#include "kernels/level.h"
 #include "orvella/orv.h"
+#include "support/levels.h"
 
 namespace {
 
@@ -31,13 +31,9 @@ Bytes batch(int first, int at) {
 
 // Runs `check` for every first component at every level.
 void atEveryLevel(const std::function<void(int first)>& check) {
-    for (const kel::Level level : kel::levels) {
-        if (level > kel::highestLevel()) break;
-        SCOPED_TRACE(kel::nameOf(level));
-        kel::limitLevel(level);
+    support::atEveryLevel([&] {
         for (int first = 0; first < 256 && !::testing::Test::HasFailure(); ++first) check(first);
-    }
-    kel::limitLevel(kel::highestLevel());
+    });
 }
 
 void expectEqual(const Bytes& expected, const Bytes& actual, const Bytes& source, const char* what) {
