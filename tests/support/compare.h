@@ -30,7 +30,7 @@ struct Shape {
     return ::testing::AssertionFailure() << "row " << row << ", column " << inRow / shape.pixelBytes << ", byte "
                                          << inRow % shape.pixelBytes << " is " << int{*a} << ", not " << int{*e}
                                          << " (byte " << at << "; " << wrong << " of " << expected.size()
-                                         << " bytes differ; seed " << seed() << ")";
+                                         << " bytes differ; --gtest_random_seed=" << seed() << ")";
 }
 
 // A single row of bytes.
