@@ -66,6 +66,13 @@ public:
         rows.back().patterns = 4;
     }
 
+    void addInPlaceCall(const std::string& source, const std::string& method, const std::string& output,
+                        unsigned sourceBits, unsigned destinationBytes, decltype(Conversion::convert) call,
+                        unsigned widthStep = 1) {
+        addCall(source, method, output, sourceBits, destinationBytes, std::move(call), widthStep);
+        rows.back().inPlace = true;
+    }
+
     // One row per output, through OrvImageTransform.
     void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
              OrvDebayerMode mode = OrvDebayerMode2x2) {
@@ -135,6 +142,17 @@ OrvErrorType ofPlanes(void* d, void* s, std::uint32_t w, std::uint32_t h, std::u
     return function(planes, planes + n, planes + 2 * n, withLuma ? planes + 3 * n : nullptr, s, w, h);
 }
 
+template <class Width, class Height>
+decltype(Conversion::convert) ofSize(OrvErrorType (*function)(void*, const void*, Width, Height)) {
+    return [function](void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+        return function(d, s, static_cast<Width>(w), static_cast<Height>(h));
+    };
+}
+template <auto function, unsigned swap, unsigned lsbAligned, unsigned bits>
+OrvErrorType ofWords(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+    return function(d, s, w * h, swap, lsbAligned, bits);
+}
+
 std::vector<Conversion> all() {
     List list;
 
@@ -186,6 +204,18 @@ std::vector<Conversion> all() {
     list.add(mosaic("Bayer12p", OrvPixelFormatBayerRG12p, OrvPixelFormatBayerGB12p, OrvPixelFormatBayerGR12p,
                     OrvPixelFormatBayerBG12p),
              {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
+
+    list.addInPlaceCall("Mono16 big-endian", "rounded", "Mono8", 16, 1, ofPixels<OrvY16ToY8>);
+    list.addInPlaceCall("Mono16", "rounded", "Mono8", 16, 1, ofWords<OrvY16ToY8Ex, 0, 0, 16>);
+    list.addInPlaceCall("Mono12", "rounded", "Mono8", 16, 1, ofWords<OrvY16ToY8Ex, 0, 1, 12>);
+    list.addInPlaceCall("Mono9 big-endian", "rounded", "Mono8", 16, 1, ofWords<OrvY16ToY8Ex, 1, 1, 9>);
+    list.addCall("Mono16 big-endian", "tinted", "BGR24", 16, 3, ofPixels<OrvY16ToBGR>);
+    list.addCall("Mono16", "tinted", "BGR24", 16, 3, ofWords<OrvY16ToBGREx, 0, 0, 16>);
+    list.addCall("Mono12", "tinted", "BGR24", 16, 3, ofWords<OrvY16ToBGREx, 0, 1, 12>);
+    list.addCall("Mono10 big-endian", "tinted", "BGR24", 16, 3, ofWords<OrvY16ToBGREx, 1, 1, 10>);
+    list.addCall("Mono8", "one call", "BGR24", 8, 3, ofPixels<OrvY8ToBGR>);
+    list.addCall("Mono12Packed", "whole", "Mono16 big-endian", 12, 2, ofSize(OrvPacked12BitTo16Bit), 2);
+    list.addInPlaceCall("Mono12Packed", "one call", "Mono8", 12, 1, ofSize(OrvPacked12BitTo8Bit), 2);
 
     list.addCall("RGB8", "double precision", "Mono8", 24, 1, ofPixels<OrvRGB8ToY8>);
     list.addCall("RGB8", "planes", "R G B", 24, 3, ofPlanes<OrvRGB8ToRGBYPlanes, false>);

@@ -343,6 +343,48 @@ ORV_API OrvErrorType OrvY10pImageTransform(void* destination, const void* source
  * -7: a buffer is null, n is odd. -17: output 6 or above 8. */
 ORV_API OrvErrorType OrvY12pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
 
+/* ---- Mono sources, one-call converters ----------------------------------------------------------------------- */
+
+/* Each writes one output from n pixels, or width * height where these are the arguments. They work in place, except
+ * those that write BGR24 and OrvPacked12BitTo16Bit. */
+
+/* Big-endian 16 bits rounded to eight: the top byte, one more if the bit below it is set, but not above 255.
+ *   destination n bytes, source 2 n bytes
+ * -7: a buffer is null; _MMX: n is below 2 or no multiple of 8. (The other takes any n, also 0.) */
+ORV_API OrvErrorType OrvY16ToY8(void* destination, const void* source, uint32_t n);
+ORV_API OrvErrorType OrvY16ToY8_MMX(void* destination, const void* source, uint32_t n);
+
+/* Big-endian 16 bits to BGR24, blue and red tinted as by OrvY16ImageTransform.
+ *   destination 3 n bytes, source 2 n bytes
+ * -7: a buffer is null, n = 0. */
+ORV_API OrvErrorType OrvY16ToBGR(void* destination, const void* source, uint32_t n);
+
+/* The same for words of either byte order, big-endian with swap 1, little-endian with swap 0. With lsbAligned 1 a
+ * sample is in the low `bits` bits of its word, and what a word holds above them is cut off, not saturated; below eight
+ * bits, its low byte is taken. With lsbAligned 0 the sample is at the top, and bits means nothing.
+ *   destination n (Y8) or 3 n (BGR) bytes, source 2 n bytes
+ * -7: a buffer is null, n = 0, swap or lsbAligned above 1, bits above 16 (whatever lsbAligned is). */
+ORV_API OrvErrorType OrvY16ToY8Ex(void* destination, const void* source, uint32_t n, uint32_t swap, uint32_t lsbAligned,
+                                  uint32_t bits);
+ORV_API OrvErrorType OrvY16ToBGREx(void* destination, const void* source, uint32_t n, uint32_t swap,
+                                   uint32_t lsbAligned, uint32_t bits);
+
+/* 8 bits to BGR24, each three times.
+ *   destination 3 n bytes, source n bytes
+ * -7: a buffer is null, n = 0. */
+ORV_API OrvErrorType OrvY8ToBGR(void* destination, const void* source, uint32_t n);
+
+/* 12Packed to big-endian 16 bits, MSB-aligned, as OrvY16ToY8 and OrvY16ToBGR want them. A width times height of zero or
+ * less writes nothing.
+ *   destination 2 n bytes, source n / 2 * 3 bytes
+ * The legacy word 0x88000004, not a negative code of OrvErrorType: width is odd. -7: a buffer is null. */
+ORV_API OrvErrorType OrvPacked12BitTo16Bit(void* destination, const void* source, int32_t width, uint32_t height);
+
+/* 12Packed to 8 bits, the top ones of each sample. A width times height of zero or less writes nothing.
+ *   destination n bytes, source n / 2 * 3 bytes
+ * -7: a buffer is null, width is odd. */
+ORV_API OrvErrorType OrvPacked12BitTo8Bit(void* destination, const void* source, int32_t width, int32_t height);
+
 /* ---- RGB sources --------------------------------------------------------------------------------------------- */
 
 /* RGB8 (R G B), BGR8 (B G R), RGBA8 (R G B A), BGRA8 (B G R A) to outputs 0 to 5. Alpha is copied from RGBA8 to BGRA32

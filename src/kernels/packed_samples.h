@@ -74,6 +74,7 @@ struct Whole12 : Reader<12> {
     template <int from = 0> static INLINE Halves samples(const u8* s) {
         return {half<from, from>(s), half<from, from + L / 2>(s)};
     }
+    static INLINE Grey16 get(const u8* s) { return {samples(s)}; }
 
 private:
     static constexpr int nibblesOf(int i) { return i / 2 * 3 + 1; }

@@ -15,6 +15,7 @@ INLINE void storeHalves(u8* d, Halves h) {
     storeLanes(d + L, 2 * L, as<Bytes>(h.b));
 }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Halves select(Halves mask, Halves x, Halves y) { return {select(mask.a, x.a, y.a), select(mask.b, x.b, y.b)}; }
 INLINE Halves mean(Halves x, Halves y) { return {mean(x.a, y.a), mean(x.b, y.b)}; }
 

@@ -10,6 +10,12 @@ template <Endian endian> constexpr ByOutput<Run> fullDepth() {
     return runs<Mono16MainByte<endian>, 0, 5>() | runs<Mono16Tinted<endian>, 1, 2, 3, 4>() | copies<2, 7, 8>();
 }
 
+struct Mono16BigEndian {
+    static constexpr int bytes = 2;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, Grey16 p) { storeHalves(d, {swapped(p.v.a), swapped(p.v.b)}); }
+};
+
 } // namespace
 
 namespace KEL_LEVEL {
@@ -24,6 +30,11 @@ constexpr MonoKernels monoKernels{
     .y12 = runs<Top12, 0, 1, 2, 3, 4, 5>(),
     .y10p = runs<Packed<Bits10>, 0, 1, 2, 3, 4, 5, 7, 8>(),
     .y12p = runs<Packed<Bits12>, 0, 1, 2, 3, 4, 5, 7, 8>(),
+    .y16ToY8 = {shiftedRunKernel<Mono16ShiftedRounded<Endian::little>, WriterOf<0>>,
+                shiftedRunKernel<Mono16ShiftedRounded<Endian::big>, WriterOf<0>>},
+    .y16ToBgr = {shiftedRunKernel<Mono16ShiftedTinted<Endian::little>, WriterOf<1>>,
+                 shiftedRunKernel<Mono16ShiftedTinted<Endian::big>, WriterOf<1>>},
+    .packed12ToY16 = runKernel<Whole12, Mono16BigEndian>,
 };
 
 } // namespace KEL_LEVEL

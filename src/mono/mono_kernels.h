@@ -11,6 +11,10 @@ struct MonoKernels {
     ByOutput<ShiftedRun> y16Shifted[2];          // by Endianness
     ByOutput<Run> y12;                           // 12Packed
     ByOutput<Run> y10p, y12p;
+
+    // of the one-call converters
+    ShiftedRun y16ToY8[2], y16ToBgr[2]; // by byte order: 0 little-endian, 1 big-endian
+    Run packed12ToY16;
 };
 
 KEL_KERNEL_TABLE(MonoKernels, monoKernels)

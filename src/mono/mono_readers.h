@@ -16,17 +16,21 @@ template <Endian endian> struct Mono16MainByte : Reader<16> {
     static INLINE Grey get(const u8* s) { return {bytesOfWords<endian == Endian::little>(s)}; }
 };
 
-// 16 bits used, in colour: blue goes up one step by bit 6 of a fraction byte and red by bit 7, so that a display shows
-// more than 256 grey levels. (In the luma outputs the steps vanish: 77 + 29 and 54 + 18 + 128 stay below 256.)
+// Grey in colour: blue goes up one step by bit 6 of a fraction byte and red by bit 7, so that a display shows more than
+// 256 grey levels.
+INLINE Rgb tinted(Bytes main, Bytes fraction) {
+    const Bytes step = select(as<Bytes>(main == 255), Bytes{}, Bytes{} + static_cast<u8>(1));
+    return {main + (fraction >> 7 & step), main, main + (fraction >> 6 & step)};
+}
+
+// 16 bits used, in colour. (In the luma outputs the steps vanish: 77 + 29 and 54 + 18 + 128 stay below 256.)
 // The big-endian fraction is the sample's low byte; the little-endian one is the byte after the main byte, which
 // belongs to the next sample, so one byte behind the last sample is read.
 template <Endian endian> struct Mono16Tinted : Reader<16> {
     static constexpr int beyond = endian == Endian::little;
     static INLINE Rgb get(const u8* s) {
-        const Bytes main = bytesOfWords<endian == Endian::little>(s);
-        const Bytes fraction = endian == Endian::little ? bytesOfWords<1>(s + 1) : bytesOfWords<1>(s);
-        const Bytes step = select(as<Bytes>(main == 255), Bytes{}, Bytes{} + static_cast<u8>(1));
-        return {main + (fraction >> 7 & step), main, main + (fraction >> 6 & step)};
+        return tinted(bytesOfWords<endian == Endian::little>(s),
+                      endian == Endian::little ? bytesOfWords<1>(s + 1) : bytesOfWords<1>(s));
     }
 };
 
@@ -35,6 +39,29 @@ template <Endian endian> struct Mono16Shifted : Reader<16> {
     int shift;
     INLINE explicit Mono16Shifted(int by) : shift(by) {}
     INLINE Grey16 get(const u8* s) const { return {loadShifted<endian>(s, shift)}; }
+};
+
+// The same, tinted by the sample's own fraction in either byte order, or rounded.
+template <Endian endian> struct Mono16ShiftedTinted : Mono16Shifted<endian> {
+    using Mono16Shifted<endian>::Mono16Shifted;
+    INLINE Rgb get(const u8* s) const {
+        const Halves words = Mono16Shifted<endian>::get(s).v;
+        return tinted(highBytes(words), lowBytes(words));
+    }
+};
+template <Endian endian> struct Mono16ShiftedRounded : Mono16Shifted<endian> {
+    using Mono16Shifted<endian>::Mono16Shifted;
+    INLINE Grey get(const u8* s) const {
+        const Halves words = Mono16Shifted<endian>::get(s).v;
+        return {highBytes(Halves{rounded(words.a), rounded(words.b)})};
+    }
+
+private:
+    // Half a step more, for what is cut to eight bits; 255 stays.
+    static INLINE Words rounded(Words w) {
+        const Words most = fill(0xFFFF - 0x80);
+        return (w < most ? w : most) + 0x80;
+    }
 };
 
 } // namespace

@@ -15,6 +15,9 @@ template <int bitsUsed, bool isBigEndian> void monoShifted(const Job& job);
 void mono12Packed(const Job& job);
 void mono10p(const Job& job);
 void mono12p(const Job& job);
+template <int bits, bool isBigEndian> void monoRounded(const Job& job);
+template <int bits, bool isBigEndian> void monoTinted(const Job& job);
+void mono12PackedWhole(const Job& job);
 
 // Colour
 void rgb8(const Job& job);

@@ -85,4 +85,39 @@ void mono12p(const Job& job) {
     for (std::size_t i = 0; i < job.pixels(); ++i) putGrey(job, i, sample12p(job.source, i));
 }
 
+// A sample in the low bits of its word: rounded by the bit below its top eight, tinted by the two bits below.
+template <int bits, bool isBigEndian> void monoRounded(const Job& job) {
+    for (std::size_t i = 0; i < job.pixels(); ++i) {
+        const int word = isBigEndian ? bigEndian(job.source + 2 * i) : littleEndian(job.source + 2 * i);
+        const int value = word >> (bits - 8) & 0xFF;
+        job.destination[i] = static_cast<Byte>(value < 255 && word & 1 << (bits - 9) ? value + 1 : value);
+    }
+}
+template void monoRounded<16, true>(const Job&);
+template void monoRounded<16, false>(const Job&);
+template void monoRounded<12, false>(const Job&);
+template void monoRounded<9, true>(const Job&);
+
+template <int bits, bool isBigEndian> void monoTinted(const Job& job) {
+    for (std::size_t i = 0; i < job.pixels(); ++i) {
+        const int word = isBigEndian ? bigEndian(job.source + 2 * i) : littleEndian(job.source + 2 * i);
+        const int green = word >> (bits - 8) & 0xFF;
+        const bool blueUp = word & 1 << (bits - 10), redUp = word & 1 << (bits - 9);
+        put(job.destination, i, job.output,
+            {green < 255 && redUp ? green + 1 : green, green, green < 255 && blueUp ? green + 1 : green});
+    }
+}
+template void monoTinted<16, true>(const Job&);
+template void monoTinted<16, false>(const Job&);
+template void monoTinted<12, false>(const Job&);
+template void monoTinted<10, true>(const Job&);
+
+void mono12PackedWhole(const Job& job) {
+    for (std::size_t i = 0; i < job.pixels(); ++i) {
+        const Byte* group = job.source + i / 2 * 3;
+        const int sample = i % 2 == 0 ? group[0] << 4 | (group[1] & 15) : group[2] << 4 | group[1] >> 4;
+        put(job.destination, i, job.output, grey(sample << 4, 16));
+    }
+}
+
 } // namespace reference

@@ -46,7 +46,7 @@ void putUyvy(Byte* image, std::size_t index, const Colour& c) {
 } // namespace
 
 std::size_t bytesPerPixel(Output output) {
-    constexpr std::size_t bytes[] = {1, 3, 4, 3, 4, 1, 2, 2, 2, 6, 6, 3, 4};
+    constexpr std::size_t bytes[] = {1, 3, 4, 3, 4, 1, 2, 2, 2, 6, 6, 3, 4, 2};
     return bytes[static_cast<int>(output)];
 }
 
@@ -65,6 +65,10 @@ void put(Byte* image, std::size_t index, Output output, const Colour& c) {
     case Output::mono16Rec709: return putMono16(at, rec709(c), c);
     case Output::bgr48: putWord(at, c.b), putWord(at + 2, c.g), putWord(at + 4, c.r); return;
     case Output::rgb48: putWord(at, c.r), putWord(at + 2, c.g), putWord(at + 4, c.b); return;
+    case Output::mono16BigEndian:
+        at[0] = byte(c.g >> 8);
+        at[1] = byte(c.g & 0xFF);
+        return;
     case Output::planes:
     case Output::planesWithLuma: throw std::logic_error("planes are not written pixel by pixel");
     }

@@ -20,7 +20,8 @@ enum class Output {
     bgr48,
     rgb48,
     planes,
-    planesWithLuma
+    planesWithLuma,
+    mono16BigEndian
 };
 
 struct Colour {

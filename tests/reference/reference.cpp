@@ -49,6 +49,18 @@ constexpr Entry entries[] = {
     {"Bayer10p", "2x2", bayer10p},
     {"Bayer12p", "2x2", bayer12p},
 
+    {"Mono16 big-endian", "rounded", monoRounded<16, true>},
+    {"Mono16", "rounded", monoRounded<16, false>},
+    {"Mono12", "rounded", monoRounded<12, false>},
+    {"Mono9 big-endian", "rounded", monoRounded<9, true>},
+    {"Mono16 big-endian", "tinted", monoTinted<16, true>},
+    {"Mono16", "tinted", monoTinted<16, false>},
+    {"Mono12", "tinted", monoTinted<12, false>},
+    {"Mono10 big-endian", "tinted", monoTinted<10, true>},
+    {"Mono8", "one call", mono8},
+    {"Mono12Packed", "whole", mono12PackedWhole},
+    {"Mono12Packed", "one call", mono12Packed},
+
     {"RGB8", "double precision", rgb8ByDoublePrecision},
     {"RGB8", "planes", rgb8Planes},
     {"YUV 4:1:1", "planes", yuv411Planes},
@@ -59,8 +71,9 @@ constexpr Entry entries[] = {
     {"Bayer16 big-endian", "2x2 whole", bayer16Whole},
 };
 
-constexpr const char* outputNames[] = {"Mono8",  "BGR24",         "BGRA32", "RGB24", "RGBA32", "Mono8 BT.709", "UYVY",
-                                       "Mono16", "Mono16 BT.709", "BGR48",  "RGB48", "R G B",  "R G B Y"};
+constexpr const char* outputNames[] = {
+    "Mono8",  "BGR24",         "BGRA32", "RGB24", "RGBA32", "Mono8 BT.709", "UYVY",
+    "Mono16", "Mono16 BT.709", "BGR48",  "RGB48", "R G B",  "R G B Y",      "Mono16 big-endian"};
 
 } // namespace
 
