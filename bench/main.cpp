@@ -78,10 +78,16 @@ std::vector<kel::Level> levelsToTime(bool all) {
     return result;
 }
 
+OrvErrorType convert(const catalogue::Conversion& conversion, const bench::Buffer& to, const bench::Buffer& from,
+                     Size size) {
+    return conversion.convert(conversion.onlyInPlace ? from.data() : to.data(), from.data(), size.width, size.height,
+                              0);
+}
+
 // A conversion that refuses would look very fast.
 void requireSuccess(const catalogue::Conversion& conversion, const bench::Buffer& to, const bench::Buffer& from,
                     Size size) {
-    const OrvErrorType result = conversion.convert(to.data(), from.data(), size.width, size.height, 0);
+    const OrvErrorType result = convert(conversion, to, from, size);
     if (result != OrvErrorSuccess) throw std::runtime_error(conversion.name() + " answers " + std::to_string(result));
 }
 
@@ -100,7 +106,7 @@ Row time(const catalogue::Conversion& conversion, Size size, const std::vector<k
     for (const kel::Level level : levels)
         contestants.push_back({kel::nameOf(level), [&, level] {
                                    kel::limitLevel(level);
-                                   conversion.convert(to.data(), from.data(), size.width, size.height, 0);
+                                   convert(conversion, to, from, size);
                                }});
 
     const std::vector<double> seconds = bench::measure(contestants, effort);

@@ -73,6 +73,35 @@ public:
         rows.back().inPlace = true;
     }
 
+    // Flips of pixels that a colour coding describes.
+    void addFlips(const std::string& source, const std::string& output, unsigned bytes, std::uint32_t coding) {
+        constexpr const char* methods[] = {"flip horizontal", "flip vertical", "turn"};
+        for (const int mode : {1, 2, 3}) {
+            addInPlaceCall(source, methods[mode - 1], output, 8 * bytes, bytes,
+                           [=](void* image, void*, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+                               return OrvFlip(image, w, h, mode, coding);
+                           });
+            rows.back().onlyInPlace = true;
+            rows.back().heightStep = 2; // a single line is refused
+        }
+    }
+
+    // Lines stretched to one and a half times their length.
+    void addStretched(const std::string& source, const std::string& output, unsigned bytes) {
+        for (const std::uint32_t mode : {0U, 1U}) {
+            addCall(
+                source, mode == 0 ? "nearest" : "linear", output, 8 * bytes, bytes,
+                [=](void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+                    const auto width = static_cast<std::int32_t>(w), lines = static_cast<std::int32_t>(h);
+                    const OrvErrorType result =
+                        OrvResampleScanlines(d, s, width / 2 * 3, width, lines, bytes, mode, 2, 3);
+                    return result == 1 ? OrvErrorType{OrvErrorSuccess} : result;
+                },
+                2);
+            rows.back().stretch[0] = 3, rows.back().stretch[1] = 2;
+        }
+    }
+
     // One row per output, through OrvImageTransform.
     void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
              OrvDebayerMode mode = OrvDebayerMode2x2) {
@@ -232,6 +261,17 @@ std::vector<Conversion> all() {
     list.addMosaicCall("Bayer16 big-endian", "2x2 whole", "BGR48", 16, 6, ofMosaic<OrvRaw16ToBGR16>);
     list.addMosaicCall("Bayer16 big-endian", "2x2 whole", "Mono16", 16, 2, ofMosaic<OrvRaw16ToY16>);
 
+    list.addFlips("Mono8", "Mono8", 1, 0);
+    list.addFlips("Mono16", "Mono16", 2, 5);
+    list.addFlips("RGB8", "RGB24", 3, 4);
+    list.addFlips("RGB16", "RGB48", 6, 6);
+    list.addInPlaceCall("Fields", "", "Mono8", 8, 1, ofSize(OrvInterlacedToProgressive), 2);
+    list.rows.back().heightStep = 2;
+    list.addStretched("Mono8", "Mono8", 1);
+    list.addStretched("Mono16", "Mono16", 2);
+    list.addStretched("RGB8", "RGB24", 3);
+    list.addStretched("RGB16", "RGB48", 6);
+
     return std::move(list.rows);
 }
 
@@ -244,8 +284,10 @@ std::size_t Conversion::sourceSize(std::uint32_t width, std::uint32_t height) co
 }
 
 std::size_t Conversion::destinationSize(std::uint32_t width, std::uint32_t height) const {
-    return std::size_t{width} * height * destinationBytes;
+    return std::size_t{destinationWidth(width)} * height * destinationBytes;
 }
+
+std::uint32_t Conversion::destinationWidth(std::uint32_t width) const { return width * stretch[0] / stretch[1]; }
 
 const std::vector<Conversion>& conversions() {
     static const std::vector<Conversion> list = all();

@@ -27,6 +27,8 @@ struct Conversion {
     bool keepsFourthByte = false;  // of each destination pixel
     bool overwritesSource = false; // uses the source as scratch
     bool inPlace = false;          // destination and source may be the same
+    bool onlyInPlace = false;      // they must be
+    unsigned stretch[2] = {1, 1};  // lines become stretch[0] / stretch[1] times as long
 
     // 0 on success. `pattern` counts for mosaics only.
     std::function<OrvErrorType(void* destination, void* source, std::uint32_t width, std::uint32_t height,
@@ -36,6 +38,7 @@ struct Conversion {
     std::string name() const;                                                // "Bayer8 2x2 -> BGR24"
     std::size_t sourceSize(std::uint32_t width, std::uint32_t height) const; // bytes, without those beyond
     std::size_t destinationSize(std::uint32_t width, std::uint32_t height) const;
+    std::uint32_t destinationWidth(std::uint32_t width) const; // pixels
 };
 
 const std::vector<Conversion>& conversions();

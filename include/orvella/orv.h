@@ -552,6 +552,68 @@ ORV_API OrvErrorType OrvRaw16ToBGR16(void* destination, const void* source, uint
 ORV_API OrvErrorType OrvRaw16ToY16(void* destination, const void* source, uint32_t width, uint32_t height,
                                    int32_t pattern);
 
+/* ---- Geometry ------------------------------------------------------------------------------------------------ */
+
+/* Mirrors an image in place: mode 1 every line left to right, 2 upside down, 3 both, a turn by 180 degrees. The colour
+ * coding (not PFNC) says how many bytes move as one: 1 for 0 Mono8, 9 Raw8, 128 to 130 Y8; 2 for 1 YUV 4:1:1, 2 YUV
+ * 4:2:2, 3 YUV 4:4:4, 5 Mono16, 7 signed Mono16, 10 Raw16; 3 for 4 RGB8; 6 for 6 RGB16, 8 signed RGB16. Mode 2 takes
+ * any other coding as well, as 1 byte.
+ * All YUV codings are taken as lines of width * 2 bytes, although pixels of 4:1:1 have 1.5 and those of 4:4:4 have 3,
+ * and modes 1 and 3 put their chroma in the wrong places.
+ *   image width * height * the bytes that move as one
+ * -7: image is null, width is 0, height is below 2 (also for mode 1), mode is not 1 to 3; modes 1 and 3: unknown
+ * coding; a line of 4 GiB or more. */
+ORV_API OrvErrorType OrvFlip(void* image, uint32_t width, uint32_t height, int32_t mode, uint32_t coding);
+
+/* Turns an image upside down in place. It needs no memory, so it never answers -14.
+ *   image lineLength * height bytes
+ * -7: image is null, lineLength is 0, height is below 2. */
+ORV_API OrvErrorType OrvFlipVertical(void* image, uint32_t lineLength, uint32_t height);
+
+/* Stretches or shrinks lines. Output pixel i is at x = i * (a / b) of the source line, a / b being a float and the
+ * product a double. k = trunc(x + 0.5), but at most the last pixel, is the nearest source pixel.
+ *   mode 0, nearest  pixel k of the source line; the last pixel is sourceLength - 1
+ *   mode 1, linear   between pixels k - 1 and k, byte by byte. With w = trunc((x - k) * 1024), q and p the bytes of the
+ *                    two pixels: (p * (1024 + w) + q * -w) >> 10 if w < 0, (q * (1024 - w) + p * w) >> 10 if w > 0
+ *                    (not pixels k and k + 1), and p if w = 0 or k is 0 or the last pixel, destinationLength - 1
+ * So linear mode, when it shrinks a line, uses nothing behind source pixel destinationLength - 1; when it stretches
+ * one, it can run on behind the end of the source line. It reads pixels 0 to k of the last output pixel, and the buffer
+ * must hold these, also behind its last line.
+ * Positions in front of the line or without a value (negative ratios, NaN) mean pixel 0. If a length or the number of
+ * lines is 0 or negative, nothing is written. Pitches are the pixels from line to line and may be negative; in
+ * OrvResampleScanlines they are the lengths. No memory is needed, so the calls never answer -14.
+ *   bytesPerPixel 1 to 6
+ * 1 (not 0) on success. -7: a buffer is null, bytesPerPixel is not 1 to 6, mode is above 1, b is 0. */
+ORV_API OrvErrorType OrvResampleScanlines(void* destination, const void* source, int32_t destinationLength,
+                                          int32_t sourceLength, int32_t lines, uint32_t bytesPerPixel, uint32_t mode,
+                                          float a, float b);
+ORV_API OrvErrorType OrvResampleScanlinesEx(void* destination, const void* source, int32_t destinationLength,
+                                            int32_t destinationPitch, int32_t sourceLength, int32_t sourcePitch,
+                                            int32_t lines, uint32_t bytesPerPixel, uint32_t mode, float a, float b);
+
+/* The length of a resampled line: trunc(sourceLength * b / a), the product a float and the quotient a double, raised to
+ * a multiple of 4 as length / 4 * 4 + 4. The quotient is kept within -2^31 and 2^32 - 4, and NaN becomes 0 (a may be
+ * 0); a negative length is written modulo 2^32.
+ * -7: result is null, b is 0. */
+ORV_API OrvErrorType OrvGetResampledScanlineLength(uint32_t* result, int32_t sourceLength, float a, float b);
+
+/* Weaves two fields, stored one after the other, into a frame: line 2 i is line i of the second field, line 2 i + 1 is
+ * line i of the first. Works in place, and then needs memory for half a frame.
+ *   destination and source lineLength * lines bytes
+ * If lineLength is odd, a source of its own has the second field at byte lines * (lineLength / 2), which is lines / 2
+ * bytes before half the frame; in place it is at half the frame.
+ * -7: a buffer is null, lines is odd. -14: in place, no memory. */
+ORV_API OrvErrorType OrvInterlacedToProgressive(void* destination, const void* source, uint32_t lineLength,
+                                                uint32_t lines);
+
+/* Copies a block of data out of an image, 12 bytes (kind 1) or 52 (kind 2). It begins at the start of a line (line >=
+ * 0) or -line pixels before the end of the image (line < 0). formatIndex is that of OrvGetBitsPerPixel.
+ *   destination 12 or 52 bytes, image width * height * bits per pixel / 8 bytes
+ * -7: a buffer is null, width or height is 0, unknown index; the block begins within a byte; unknown kind.
+ * -1: the block begins before the image or ends with the image or behind it. */
+ORV_API OrvErrorType OrvGetSIS(void* destination, const void* image, uint32_t width, uint32_t height,
+                               uint32_t formatIndex, int32_t line, int32_t kind);
+
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 
 /* The English text of a code, "return code not found" for an unknown one (still a success).

@@ -117,6 +117,28 @@ template <int odd> INLINE Bytes unzip(Bytes a, Bytes b) {
     return shuffle(a, b, [](int i) { return 2 * i + odd; });
 }
 
+// Within each lane, from two vectors, at positions that only run time knows; those from L on mean b.
+#if defined(__AVX512VBMI__)
+INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
+    return as<Bytes>(_mm512_permutex2var_epi8(as<__m512i>(a), as<__m512i>(at), as<__m512i>(b)));
+}
+#elif defined(__SSSE3__)
+#if defined(__AVX2__)
+INLINE Bytes lookUp(Bytes v, Bytes at) { return as<Bytes>(_mm256_shuffle_epi8(as<__m256i>(v), as<__m256i>(at))); }
+#else
+INLINE Bytes lookUp(Bytes v, Bytes at) { return as<Bytes>(_mm_shuffle_epi8(as<__m128i>(v), as<__m128i>(at))); }
+#endif
+// Positions from 128 on give 0: those in b do for a, those in a (less 16) for b.
+INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) { return lookUp(a, at + (128 - L)) | lookUp(b, at - L); }
+#else
+INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
+    u8 table[2 * N], bytes[N];
+    store(table, a), store(table + N, b), store(bytes, at);
+    for (u8& byte : bytes) byte = table[byte];
+    return load(bytes);
+}
+#endif
+
 // ---- Triples: three planes <-> x y z x y z ...
 //
 // Element e of a run of triples belongs to plane e % 3. The number of elements in a lane (L / unit) is no multiple of

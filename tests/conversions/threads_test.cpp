@@ -31,9 +31,13 @@ struct Job {
         Bytes scratch = source;
         reference::find(c.source, c.method)(
             {expected.data(), scratch.data(), width, height, 0, reference::outputNamed(c.output)});
+        if (c.onlyInPlace) destination = source;
     }
 
-    void run() { result = conversion->convert(destination.data(), source.data(), width, height, 0); }
+    void run() {
+        Bytes& from = conversion->onlyInPlace ? destination : source;
+        result = conversion->convert(destination.data(), from.data(), width, height, 0);
+    }
 };
 
 TEST(Threads, ConvertAtOnce) {

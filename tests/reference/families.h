@@ -49,6 +49,14 @@ void bayer8Grey(const Job& job);
 void bayer12PackedWhole(const Job& job);
 void bayer16Whole(const Job& job);
 
+// Geometry
+void flipHorizontal(const Job& job);
+void flipVertical(const Job& job);
+void turn(const Job& job);
+void weave(const Job& job);
+void stretchNearest(const Job& job); // by 3 / 2
+void stretchLinear(const Job& job);
+
 // Sample i of a row of packed samples, MSB-aligned in 16 bits.
 int sample12Packed(const Byte* row, std::size_t i);
 int sample10p(const Byte* row, std::size_t i);

@@ -69,6 +69,28 @@ constexpr Entry entries[] = {
     {"Bayer8", "2x2 grey", bayer8Grey},
     {"Bayer12Packed", "2x2 whole", bayer12PackedWhole},
     {"Bayer16 big-endian", "2x2 whole", bayer16Whole},
+
+    {"Mono8", "flip horizontal", flipHorizontal},
+    {"Mono8", "flip vertical", flipVertical},
+    {"Mono8", "turn", turn},
+    {"Mono16", "flip horizontal", flipHorizontal},
+    {"Mono16", "flip vertical", flipVertical},
+    {"Mono16", "turn", turn},
+    {"RGB8", "flip horizontal", flipHorizontal},
+    {"RGB8", "flip vertical", flipVertical},
+    {"RGB8", "turn", turn},
+    {"RGB16", "flip horizontal", flipHorizontal},
+    {"RGB16", "flip vertical", flipVertical},
+    {"RGB16", "turn", turn},
+    {"Fields", "", weave},
+    {"Mono8", "nearest", stretchNearest},
+    {"Mono8", "linear", stretchLinear},
+    {"Mono16", "nearest", stretchNearest},
+    {"Mono16", "linear", stretchLinear},
+    {"RGB8", "nearest", stretchNearest},
+    {"RGB8", "linear", stretchLinear},
+    {"RGB16", "nearest", stretchNearest},
+    {"RGB16", "linear", stretchLinear},
 };
 
 constexpr const char* outputNames[] = {

@@ -1,0 +1,49 @@
+#include <cstring>
+#include <memory>
+#include <new>
+
+#include "geometry/geometry.h"
+#include "support/faces.h"
+
+namespace kel {
+
+namespace {
+
+// Even lines from the second field, odd lines from the first. The second field may lie in the destination itself, half
+// a frame or more ahead of where the lines of the first pair go.
+void weave(u8* destination, const u8* first, const u8* second, size_t lineLength, size_t pairs) {
+    for (; pairs > 0; --pairs, first += lineLength, second += lineLength, destination += 2 * lineLength) {
+        std::memcpy(destination, second, lineLength);
+        std::memcpy(destination + lineLength, first, lineLength);
+    }
+}
+
+} // namespace
+
+Result interlacedToProgressive(void* destination, const void* source, u32 lineLength, u32 lines) {
+    if (!destination) return badArgument(1);
+    if (!source) return badArgument(2);
+    if (lines % 2 != 0) return badArgument(4);
+
+    u8* const to = static_cast<u8*>(destination);
+    const u8* const from = static_cast<const u8*>(source);
+    const size_t pairs = lines / 2;
+    if (to != from) {
+        weave(to, from, from + size_t{lines} * (lineLength / 2), lineLength, pairs);
+        return success;
+    }
+    const size_t half = pairs * lineLength;
+    const std::unique_ptr<u8[]> first(new (std::nothrow) u8[half]);
+    if (!first) return noMemory;
+    std::memcpy(first.get(), from, half);
+    weave(to, first.get(), from + half, lineLength, pairs);
+    return success;
+}
+
+} // namespace kel
+
+// ---- The current face
+
+OrvErrorType OrvInterlacedToProgressive(void* destination, const void* source, uint32_t lineLength, uint32_t lines) {
+    return kel::orv(kel::interlacedToProgressive(destination, source, lineLength, lines));
+}

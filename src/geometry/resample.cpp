@@ -1,0 +1,138 @@
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "geometry/geometry.h"
+#include "geometry/geometry_kernels.h"
+#include "support/faces.h"
+
+namespace kel {
+
+namespace {
+
+enum Mode : u32 { nearest, linear };
+
+// From the pixels of an output line to those of a source line.
+struct Ratio {
+    double step; // of the source, per output pixel
+    i64 last;    // index that is never exceeded
+    Mode mode;
+
+    double position(i64 pixel) const { return static_cast<double>(pixel) * step; }
+
+    // The nearest source pixel; 0 for positions in front of the line or without a value.
+    i64 indexAt(double x) const {
+        const double rounded = x + 0.5;
+        if (!(rounded >= 1)) return 0;
+        return rounded >= static_cast<double>(last) ? last : static_cast<i64>(rounded);
+    }
+
+    // How much of source pixel `index` goes into a pixel at x, in 1/1024.
+    u16 weightAt(double x, i64 index) const {
+        if (mode == nearest || index == 0 || index == last) return Strip::whole;
+        const int fraction = static_cast<int>((x - static_cast<double>(index)) * 1024);
+        return static_cast<u16>(fraction > 0 ? fraction : Strip::whole + fraction);
+    }
+};
+
+// Output pixels first to first + count - 1.
+void fill(Strip& strip, const Ratio& ratio, i64 first, size_t count, size_t bytesPerPixel) {
+    strip.length = count * bytesPerPixel;
+    strip.sourceEnd = 0;
+    strip.pixel = bytesPerPixel;
+    size_t* source = strip.source;
+    u16* weight = strip.weight;
+    for (i64 pixel = first; pixel < first + static_cast<i64>(count); ++pixel) {
+        const double x = ratio.position(pixel);
+        const i64 index = ratio.indexAt(x);
+        const size_t start = static_cast<size_t>(index) * bytesPerPixel;
+        std::fill_n(weight, bytesPerPixel, ratio.weightAt(x, index));
+        for (size_t byte = 0; byte < bytesPerPixel; ++byte) *source++ = start + byte;
+        weight += bytesPerPixel;
+        strip.sourceEnd = std::max(strip.sourceEnd, start + bytesPerPixel);
+    }
+}
+
+void resample(u8* destination, const u8* source, const Scanlines& lines, const Ratio& ratio) {
+    const size_t pixel = lines.bytesPerPixel;
+    const i64 atOnce = static_cast<i64>(Strip::capacity / pixel);
+    const auto pitchOf = [pixel](i32 pixels) { return ptrdiff_t{pixels} * static_cast<ptrdiff_t>(pixel); };
+    Strip strip;
+    for (i64 first = 0; first < lines.destinationLength; first += atOnce) {
+        const size_t count = static_cast<size_t>(std::min(atOnce, lines.destinationLength - first));
+        fill(strip, ratio, first, count, pixel);
+        geometryKernels().resample[ratio.mode]({.destination = destination + static_cast<size_t>(first) * pixel,
+                                                .source = source,
+                                                .destinationPitch = pitchOf(lines.destinationPitch),
+                                                .sourcePitch = pitchOf(lines.sourcePitch),
+                                                .count = static_cast<size_t>(lines.count)},
+                                               strip);
+    }
+}
+
+} // namespace
+
+Result resampleScanlinesEx(void* destination, const void* source, const Scanlines& lines, u32 mode, float a, float b) {
+    if (!destination) return badArgument(1);
+    if (!source) return badArgument(2);
+    if (lines.bytesPerPixel < 1 || lines.bytesPerPixel > 6) return badArgument(8);
+    if (mode > linear) return badArgument(9);
+    if (b == 0) return badArgument(11);
+    if (lines.destinationLength <= 0 || lines.sourceLength <= 0 || lines.count <= 0) return success;
+
+    // Linear mode has always minded the end of the output line, not of the source line.
+    const i32 length = mode == linear ? lines.destinationLength : lines.sourceLength;
+    resample(static_cast<u8*>(destination), static_cast<const u8*>(source), lines,
+             {.step = a / b, .last = length - 1, .mode = static_cast<Mode>(mode)});
+    return success;
+}
+
+Result resampleScanlines(void* destination, const void* source, i32 destinationLength, i32 sourceLength, i32 count,
+                         u32 bytesPerPixel, u32 mode, float a, float b) {
+    const Scanlines dense{destinationLength, destinationLength, sourceLength, sourceLength, count, bytesPerPixel};
+    Result result = resampleScanlinesEx(destination, source, dense, mode, a, b);
+    if (result.argument > 2) result.argument -= 2; // there are no pitches here
+    return result;
+}
+
+Result resampledScanlineLength(u32* result, i32 sourceLength, float a, float b) {
+    if (!result) return badArgument(1);
+    if (b == 0) return badArgument(4);
+
+    constexpr double lowest = std::numeric_limits<i32>::min(), highest = std::numeric_limits<u32>::max() - 3;
+    const float product = static_cast<float>(sourceLength) * b;
+    const double quotient = static_cast<double>(product) / a;
+    const i64 length = std::isnan(quotient) ? 0 : static_cast<i64>(std::clamp(quotient, lowest, highest));
+    *result = static_cast<u32>(length % 4 == 0 ? length : length / 4 * 4 + 4);
+    return success;
+}
+
+} // namespace kel
+
+// ---- The current face
+
+namespace {
+
+// These two have always said 1 where others say 0.
+OrvErrorType oneOnSuccess(kel::Result result) { return result.ok() ? 1 : kel::orv(result); }
+
+} // namespace
+
+OrvErrorType OrvResampleScanlinesEx(void* destination, const void* source, int32_t destinationLength,
+                                    int32_t destinationPitch, int32_t sourceLength, int32_t sourcePitch, int32_t lines,
+                                    uint32_t bytesPerPixel, uint32_t mode, float a, float b) {
+    return oneOnSuccess(kel::resampleScanlinesEx(
+        destination, source, {destinationLength, destinationPitch, sourceLength, sourcePitch, lines, bytesPerPixel},
+        mode, a, b));
+}
+
+OrvErrorType OrvResampleScanlines(void* destination, const void* source, int32_t destinationLength,
+                                  int32_t sourceLength, int32_t lines, uint32_t bytesPerPixel, uint32_t mode, float a,
+                                  float b) {
+    return oneOnSuccess(
+        kel::resampleScanlines(destination, source, destinationLength, sourceLength, lines, bytesPerPixel, mode, a, b));
+}
+
+OrvErrorType OrvGetResampledScanlineLength(uint32_t* result, int32_t sourceLength, float a, float b) {
+    return kel::orv(kel::resampledScanlineLength(result, sourceLength, a, b));
+}
