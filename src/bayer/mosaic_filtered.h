@@ -165,7 +165,7 @@ template <class W> INLINE void convertRow(u8* d, u8* kept, const u8* luma, const
 
 template <class Filter, class W>
 void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned phase, u8* scratch) {
-    const Bytes redLeft = columns<Bytes>(phase % 2 == 0);
+    const Demosaic2x2<Bytes> demosaic(phase);
     const Lines lines(scratch, width);
     const size_t rows = height / 2;
     for (const size_t half : {size_t{0}, rows}) {
@@ -174,7 +174,8 @@ void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned ph
             for (; made < rows && made <= row + Filter::lookahead; ++made) {
                 const size_t y = half + made, last = height - 2; // the last row repeats the one above
                 const YuvLine line = lines[made];
-                row2x2(rowPair(s, width, y < last ? y : last, phase), width, Raw8Samples(), YuvLineSink{line}, redLeft);
+                row2x2(rowPair(s, width, y < last ? y : last, phase), width, Raw8Samples(), YuvLineSink{line},
+                       demosaic);
                 lines.connect(made);
             }
             Filter::filter(lines, row, rows, width);
