@@ -3,6 +3,8 @@
 #include <array>
 #include <initializer_list>
 
+#include "catalogue/colour_matrix.h"
+
 namespace catalogue {
 
 namespace {
@@ -29,7 +31,7 @@ struct Source {
     std::string name;
     OrvPixelFormatType format[4]; // mosaics: by Bayer pattern; others: the first counts
     bool bigEndian = false;
-    unsigned widthStep = 1, heightStep = 1, patterns = 1;
+    unsigned widthStep = 1, heightStep = 1, patterns = 1, smallest = 1;
     bool inPlace = false; // for outputs that are no larger
 };
 
@@ -40,6 +42,17 @@ OrvImage describe(const Source& source, void* data, std::uint32_t width, std::ui
     OrvSetImageInfoFromPixelFormat(source.format[source.patterns == 1 ? 0 : pattern], width, height, &image);
     if (source.bigEndian) image.ImageInfo.PixelInfo.Endianness = 1;
     return image;
+}
+
+OrvTransformInfo debayer(OrvDebayerMode mode) {
+    OrvTransformInfo option{};
+    OrvSetDebayerMode(mode, &option);
+    return option;
+}
+OrvTransformInfo matrix() {
+    OrvTransformInfo option{};
+    OrvSetColorCorrectionMatrix3x3(colourMatrix, &option);
+    return option;
 }
 
 class List {
@@ -104,7 +117,7 @@ public:
 
     // One row per output, through OrvImageTransform.
     void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
-             OrvDebayerMode mode = OrvDebayerMode2x2) {
+             OrvTransformInfo option = debayer(OrvDebayerMode2x2)) {
         for (const unsigned code : outputCodes) {
             Conversion row;
             row.source = source.name;
@@ -118,21 +131,21 @@ public:
             row.widthStep = code == OrvOutputYuv422 && source.widthStep == 1 ? 2 : source.widthStep;
             row.heightStep = source.heightStep;
             row.patterns = source.patterns;
+            row.smallest = source.smallest;
             row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
             const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
             row.beyond = source.name == "Mono16" && colour ? 1 : 0;
             row.inPlace = source.inPlace && 8 * row.destinationBytes <= row.sourceBits;
-            row.overwritesSource = mode >= OrvDebayerModeLCAA;
-            row.convert = [source, code, mode](void* d, void* s, std::uint32_t width, std::uint32_t height,
-                                               std::uint32_t pattern) {
+            row.overwritesSource = option.TransformType == OrvTransformTypeDebayerMode &&
+                                   option.Parameter.DebayerMode >= OrvDebayerModeLCAA;
+            row.convert = [source, code, option](void* d, void* s, std::uint32_t width, std::uint32_t height,
+                                                 std::uint32_t pattern) {
                 const OrvImage from = describe(source, s, width, height, pattern);
                 OrvImage to{};
                 to.Size = sizeof to;
                 to.Data = d;
                 OrvSetImageInfoOutput(code, width, height, &to);
-                OrvTransformInfo debayer{};
-                OrvSetDebayerMode(mode, &debayer);
-                return OrvImageTransform(&from, &to, &debayer, 1);
+                return OrvImageTransform(&from, &to, &option, 1);
             };
             rows.push_back(std::move(row));
         }
@@ -154,6 +167,13 @@ Source bigEndian(Source source) {
 Source mosaic(const std::string& name, OrvPixelFormatType rg, OrvPixelFormatType gb, OrvPixelFormatType gr,
               OrvPixelFormatType bg) {
     return {.name = name, .format = {rg, gb, gr, bg}, .widthStep = 2, .heightStep = 2, .patterns = 4};
+}
+
+// Without the limits to even sizes, which do not hold with colour correction.
+Source ofAnySize(Source source) {
+    source.widthStep = source.heightStep = 1;
+    source.smallest = 2;
+    return source;
 }
 
 // Calls of a one-call converter of pixels, of a mosaic, and of a splitter into planes.
@@ -208,15 +228,17 @@ std::vector<Conversion> all() {
     const Source bayer8 = mosaic("Bayer8", OrvPixelFormatBayerRG8, OrvPixelFormatBayerGB8, OrvPixelFormatBayerGR8,
                                  OrvPixelFormatBayerBG8);
     list.add(bayer8, {0, 1, 2, 3, 4, 5, 6, 7, 8}, "2x2");
-    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "3x3", OrvDebayerMode3x3);
-    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "LCAA", OrvDebayerModeLCAA);
-    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "LCAAV", OrvDebayerModeLCAAV);
-    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "YUV422", OrvDebayerModeYuv422);
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "3x3", debayer(OrvDebayerMode3x3));
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "LCAA", debayer(OrvDebayerModeLCAA));
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "LCAAV", debayer(OrvDebayerModeLCAAV));
+    list.add(bayer8, {0, 1, 2, 3, 4, 5, 7, 8}, "YUV422", debayer(OrvDebayerModeYuv422));
 
     const Source bayer16 = mosaic("Bayer16", OrvPixelFormatBayerRG16, OrvPixelFormatBayerGB16, OrvPixelFormatBayerGR16,
                                   OrvPixelFormatBayerBG16);
     const Source bayer12 = mosaic("Bayer12", OrvPixelFormatBayerRG12, OrvPixelFormatBayerGB12, OrvPixelFormatBayerGR12,
                                   OrvPixelFormatBayerBG12);
+    const Source bayer12Packed = mosaic("Bayer12Packed", OrvPixelFormatBayerRG12Packed, OrvPixelFormatBayerGB12Packed,
+                                        OrvPixelFormatBayerGR12Packed, OrvPixelFormatBayerBG12Packed);
     list.add(mosaic("Bayer10", OrvPixelFormatBayerRG10, OrvPixelFormatBayerGB10, OrvPixelFormatBayerGR10,
                     OrvPixelFormatBayerBG10),
              {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
@@ -224,9 +246,7 @@ std::vector<Conversion> all() {
     list.add(bigEndian(bayer12), {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
     list.add(bayer16, {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
     list.add(bigEndian(bayer16), {0, 1, 2, 3, 4, 5}, "2x2");
-    list.add(mosaic("Bayer12Packed", OrvPixelFormatBayerRG12Packed, OrvPixelFormatBayerGB12Packed,
-                    OrvPixelFormatBayerGR12Packed, OrvPixelFormatBayerBG12Packed),
-             {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
+    list.add(bayer12Packed, {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
     list.add(mosaic("Bayer10p", OrvPixelFormatBayerRG10p, OrvPixelFormatBayerGB10p, OrvPixelFormatBayerGR10p,
                     OrvPixelFormatBayerBG10p),
              {0, 1, 2, 3, 4, 5, 7, 8}, "2x2");
@@ -245,6 +265,16 @@ std::vector<Conversion> all() {
     list.addCall("Mono8", "one call", "BGR24", 8, 3, ofPixels<OrvY8ToBGR>);
     list.addCall("Mono12Packed", "whole", "Mono16 big-endian", 12, 2, ofSize(OrvPacked12BitTo16Bit), 2);
     list.addInPlaceCall("Mono12Packed", "one call", "Mono8", 12, 1, ofSize(OrvPacked12BitTo8Bit), 2);
+
+    list.add(rgb("RGB8", OrvPixelFormatRgb8), {1, 2, 3, 4}, "matrix", matrix());
+    list.add(rgb("BGR8", OrvPixelFormatBgr8), {1, 2, 3, 4}, "matrix", matrix());
+    list.add(rgb("RGBA8", OrvPixelFormatRgba8), {1, 2, 3, 4}, "matrix", matrix());
+    list.add(rgb("BGRA8", OrvPixelFormatBgra8), {1, 2, 3, 4}, "matrix", matrix());
+    list.add(ofAnySize(bayer8), {0, 1, 3, 5}, "matrix", matrix());
+    list.add(ofAnySize(bayer12), {7, 8, 9}, "matrix", matrix());
+    list.add(ofAnySize(bayer16), {7, 8, 9}, "matrix", matrix());
+    list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix());
+    list.add(ofAnySize(bayer12Packed), {1, 9}, "matrix", matrix());
 
     list.addCall("RGB8", "double precision", "Mono8", 24, 1, ofPixels<OrvRGB8ToY8>);
     list.addCall("RGB8", "planes", "R G B", 24, 3, ofPlanes<OrvRGB8ToRGBYPlanes, false>);

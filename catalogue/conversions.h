@@ -22,6 +22,7 @@ struct Conversion {
     unsigned destinationBytes; // per pixel
     unsigned widthStep = 1;    // widths are multiples of this
     unsigned heightStep = 1;
+    unsigned smallest = 1;         // width and height
     unsigned patterns = 1;         // mosaics: 4, called with Bayer patterns 0 to 3
     unsigned beyond = 0;           // bytes behind the source that are read as well
     bool keepsFourthByte = false;  // of each destination pixel

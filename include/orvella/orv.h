@@ -9,7 +9,7 @@
  *   Refusals      Listed in the order in which they are checked; the first one returns, and nothing has been written.
  *   Result        An OrvErrorType: 0 is success, the negative codes have texts (OrvGetErrorInfo).
  *   Threads       Any number of threads may call at once, each with its own buffers. No function takes a lock, starts a
- *                 thread or allocates memory.
+ *                 thread or allocates memory, unless its comment says so.
  *   Fourth byte   32-bit outputs (BGRA32, RGBA32) keep what the caller's buffer held in the fourth byte of a pixel.
  *   16-bit words  Written in the machine's native (little-endian) order.
  */
@@ -285,7 +285,7 @@ ORV_API OrvErrorType OrvSetImageInfoFromString(const char* name, uint32_t length
  *   destination->Data   n times the bytes per pixel of the output (OrvOutputCode)
  *   info                count options, or null; the first record of a type counts:
  *                         debayer mode: 8-bit mosaics take every mode, Bayer 10p and 12p only 2x2, others ignore it
- *                         colour correction: takes another path, from the check marked * on
+ *                         colour correction: replaces what is said from * on (OrvSetColorCorrectionMatrix3x3)
  *                         gamma: has no effect
  * -7: an image or its Data is null; heights differ; widths differ.
  * -8: source->Size, destination->Size is not 56. *
@@ -300,7 +300,26 @@ ORV_API OrvErrorType OrvImageTransform(const OrvImage* source, OrvImage* destina
 /* Make info a debayer-mode record; the mode is not checked here. -7: info is null. */
 ORV_API OrvErrorType OrvSetDebayerMode(OrvDebayerMode mode, OrvTransformInfo* info);
 
-/* Make info a colour-correction record with the nine floats of matrix. -7: matrix or info is null. */
+/* Make info a colour-correction record with the nine floats of matrix. -7: matrix or info is null.
+ *
+ * With it, OrvImageTransform makes (R', G', B') = matrix * (R, G, B) of every pixel, in fixed point: coefficients in
+ * steps of 1/1024, truncated toward zero (NaN counts as 0); sums >> 10; the results are clamped.
+ *
+ *   source                         outputs
+ *   RGB8, BGR8, RGBA8, BGRA8       1 to 4; n is the product of the sizes as a signed 32-bit number, and a negative one
+ *                                  counts as 0; works in place where a pixel of the output is no larger
+ *   Bayer of 8 bits                0, 1, 3, 5
+ *   Bayer of 16 bits               7, 8, 9; big-endian too, and with Alignment 1 shifted to the top
+ *   Bayer 12Packed                 1, from the top eight bits of the samples; 9, from all bits
+ *
+ * Mosaics are converted by 2x2, whatever the debayer mode, and BayerPattern 1 means GRBG, 2 means GBRG: the other way
+ * round than without a matrix. Sizes may be odd; a row of 12Packed samples then has width * 12 / 8 bytes, rounded down.
+ * Both lumas, of outputs 0 and 5 and of outputs 7 and 8, are BT.601.
+ * What is clamped: of 8-bit pixels, bits 10 to 25 of the sum, as a signed number; from 12Packed samples to output 1,
+ * what is below 0 or above 65535, and of the rest the low byte is kept.
+ * -7: the destination describes no output. -17: as above.
+ * -7: any other source and output; a mosaic with a size below 2 or a BayerPattern above 3; 16 bits with Alignment or
+ * Endianness above 1, or with Alignment 1 and a shift that is not 0 to 4 or 6. */
 ORV_API OrvErrorType OrvSetColorCorrectionMatrix3x3(const float* matrix, OrvTransformInfo* info);
 
 /* Make info a gamma record, which no transform reads. -7: info is null. */
@@ -613,6 +632,24 @@ ORV_API OrvErrorType OrvInterlacedToProgressive(void* destination, const void* s
  * -1: the block begins before the image or ends with the image or behind it. */
 ORV_API OrvErrorType OrvGetSIS(void* destination, const void* image, uint32_t width, uint32_t height,
                                uint32_t formatIndex, int32_t line, int32_t kind);
+
+/* ---- Colour-correction objects ------------------------------------------------------------------------------- */
+
+/* A colour-correction object: a u32 kind (2 for converters with 8-bit outputs, 3 for those with 16-bit outputs), then
+ * nine i32 coefficients. It belongs to the library; its memory stays until the process ends. */
+typedef void* ColorCorrectionHandle;
+
+/* Make an object of nine floats, row by row: R', G', B' from R, G, B. Coefficients are kept in steps of 1/1024,
+ * truncated toward zero; what 32 bits cannot hold becomes the nearest value that they can, NaN becomes 0.
+ * These calls and OrvDestroyColorCorrection take a lock. They allocate memory, and they throw
+ * kel::thread::KELThreadException (orvella/exceptions.hpp) if the lock cannot be taken or released.
+ * -7: matrix is null; handle is null. -14: no memory. *handle is written on success only. */
+ORV_API OrvErrorType OrvCreateColorCorrectionMatrix_Int8(const float* matrix, ColorCorrectionHandle* handle);
+ORV_API OrvErrorType OrvCreateColorCorrectionMatrix_Int16(const float* matrix, ColorCorrectionHandle* handle);
+
+/* Takes the object out of the set of live ones. The handle is not read: null, unknown and destroyed ones do no harm.
+ * -7: always, also when the object was found. */
+ORV_API OrvErrorType OrvDestroyColorCorrection(ColorCorrectionHandle handle);
 
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 

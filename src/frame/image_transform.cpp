@@ -3,7 +3,7 @@
 
 #include "bayer/bayer.h"
 #include "color/color.h"
-#include "frame/families_to_come.h"
+#include "correction/correction.h"
 #include "frame/outputs.h"
 #include "frame/transform_options.h"
 #include "mono/mono.h"
@@ -155,7 +155,8 @@ OrvErrorType OrvImageTransform(const OrvImage* source, OrvImage* destination, co
         return kel::orv(kel::correctionTransform(*source, *destination, correction->Parameter.Matrix));
 
     kel::u32 output = 0;
-    if (const OrvErrorType refusal = kel::outputOf(destination->ImageInfo.PixelInfo, output)) return refusal;
+    if (const kel::Result refusal = kel::outputOf(destination->ImageInfo.PixelInfo, output); !refusal.ok())
+        return kel::orv(refusal);
     if (output == OrvOutputYuv422 && source->ImageInfo.Width % 2 != 0) return OrvErrorBadParameter;
     return kel::orv(kel::transform({destination->Data, source->Data, source->ImageInfo, output, options}));
 }

@@ -4,23 +4,25 @@ namespace kel {
 
 namespace {
 
-OrvErrorType byDepth(u32 bits, u32 depth1, u32 output1, u32 depth2, u32 output2, u32& output) {
-    if (bits != depth1 && bits != depth2) return OrvErrorBadParameter;
+constexpr Result badDestination = badArgument(2); // of OrvImageTransform
+
+Result byDepth(u32 bits, u32 depth1, u32 output1, u32 depth2, u32 output2, u32& output) {
+    if (bits != depth1 && bits != depth2) return badDestination;
     output = bits == depth1 ? output1 : output2;
-    return OrvErrorSuccess;
+    return success;
 }
 
-OrvErrorType monoOutputOf(const OrvPixelInfo& to, u32& output) {
+Result monoOutputOf(const OrvPixelInfo& to, u32& output) {
     if (to.ColorSpace == OrvColorSpaceRec709)
         return byDepth(to.BitsPerPixel, 8, OrvOutputMono8Rec709, 16, OrvOutputMono16Rec709, output);
     // Only full-depth native words can be written; those tagged BT.709 were never asked.
-    if (to.BitsPerPixel == 16 && (to.Endianness == 1 || to.BitsUsed != 16)) return OrvErrorNotImplemented;
+    if (to.BitsPerPixel == 16 && (to.Endianness == 1 || to.BitsUsed != 16)) return notImplemented;
     return byDepth(to.BitsPerPixel, 8, OrvOutputMono8, 16, OrvOutputMono16, output);
 }
 
 } // namespace
 
-OrvErrorType outputOf(const OrvPixelInfo& to, u32& output) {
+Result outputOf(const OrvPixelInfo& to, u32& output) {
     const u32 bits = to.BitsPerPixel;
     switch (to.PixelLayout) {
     case OrvPixelLayoutMono:
@@ -30,8 +32,8 @@ OrvErrorType outputOf(const OrvPixelInfo& to, u32& output) {
     case OrvPixelLayoutBgr: return byDepth(bits, 24, OrvOutputBgr24, 48, OrvOutputBgr48, output);
     case OrvPixelLayoutRgba: return byDepth(bits, 32, OrvOutputRgba32, 32, OrvOutputRgba32, output);
     case OrvPixelLayoutBgra: return byDepth(bits, 32, OrvOutputBgra32, 32, OrvOutputBgra32, output);
-    case OrvPixelLayoutYuv422: output = OrvOutputYuv422; return OrvErrorSuccess;
-    default: return OrvErrorBadParameter;
+    case OrvPixelLayoutYuv422: output = OrvOutputYuv422; return success;
+    default: return badDestination;
     }
 }
 

@@ -1,7 +1,7 @@
 // The eleven outputs as image descriptions: one row per OrvOutputCode, and the way back from a description to the code.
 #pragma once
 #include "orvella/orv.h"
-#include "support/integers.h"
+#include "support/result.h"
 
 namespace kel {
 
@@ -26,7 +26,7 @@ constexpr OutputFormat outputFormats[] = {
 };
 static_assert(sizeof outputFormats / sizeof *outputFormats == OrvOutputRgb48 + 1);
 
-// The output that a destination describes: 0 and `output`, or -7 or -17.
-OrvErrorType outputOf(const OrvPixelInfo& destination, u32& output);
+// The output that a destination describes.
+Result outputOf(const OrvPixelInfo& destination, u32& output);
 
 } // namespace kel

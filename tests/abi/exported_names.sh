@@ -2,7 +2,7 @@
 # Usage: exported_names.sh <nm> <library> <header>...
 #
 # The library exports the functions that the headers declare, those behind extern "C" by their plain names and the others
-# decorated, and nothing else.
+# decorated; the typeinfo of the classes that they mark, by which exceptions are caught; and nothing else.
 nm=$1 library=$2
 shift 2
 directory=$(mktemp -d) || exit 1
@@ -12,7 +12,10 @@ trap 'rm -r "$directory"' EXIT
 awk '
     /^extern "C" \{/ { language = "C" }
     /^\} \/\* extern "C"/ { language = "C++" }
-    /^ORV_API/ { sub(/\(.*/, ""); print language, $NF }' "$@" | sort > "$directory/declared"
+    /^ORV_API/ { sub(/\(.*/, ""); print language, $NF }
+    /^namespace / { space = space $2 "::" }
+    /^\} \/\/ namespace / { sub($4 "::$", "", space) }
+    /^class ORV_API/ { print "C++ typeinfo for " space $3 }' "$@" | sort > "$directory/declared"
 
 # Exported functions and data; the absolute symbols are version names.
 "$nm" -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' |

@@ -55,6 +55,7 @@ std::vector<Size> sizesFor(const Conversion& conversion) {
     for (const std::uint32_t width : widths)
         for (const std::uint32_t height : heights)
             if (width % conversion.widthStep == 0 && height % conversion.heightStep == 0 &&
+                width >= conversion.smallest && height >= conversion.smallest &&
                 (conversion.heightStep > 1 || height <= 3))
                 sizes.push_back({width, height});
     return sizes;

@@ -8,6 +8,7 @@
 
 #include "frame/outputs.h"
 #include "orvella/orv.h"
+#include "support/faces.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ TEST(ImageInfo, DescribesTheOutputs) {
         EXPECT_TRUE(same(image, describedAs(filledImage(), code)));
 
         std::uint32_t back = 99;
-        EXPECT_EQ(kel::outputOf(image.ImageInfo.PixelInfo, back), OrvErrorSuccess);
+        EXPECT_TRUE(kel::outputOf(image.ImageInfo.PixelInfo, back).ok());
         EXPECT_EQ(back, code);
     }
 }
@@ -181,7 +182,7 @@ TEST(OutputOf, RefusesWhatNoOutputIs) {
         SCOPED_TRACE("layout " + std::to_string(pixel.PixelLayout) + ", " + std::to_string(pixel.BitsPerPixel) +
                      " bits, colour space " + std::to_string(pixel.ColorSpace));
         std::uint32_t output = 99;
-        const OrvErrorType result = kel::outputOf(pixel, output);
+        const OrvErrorType result = kel::orv(kel::outputOf(pixel, output));
         EXPECT_EQ(result, expected < 0 ? expected : OrvErrorSuccess);
         EXPECT_EQ(output, expected < 0 ? 99 : static_cast<std::uint32_t>(expected));
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "reference/correction.h"
 #include "reference/families.h"
 
 namespace reference {
@@ -60,6 +61,16 @@ constexpr Entry entries[] = {
     {"Mono8", "one call", mono8},
     {"Mono12Packed", "whole", mono12PackedWhole},
     {"Mono12Packed", "one call", mono12Packed},
+
+    {"RGB8", "matrix", withColourMatrix<rgb8Corrected>},
+    {"BGR8", "matrix", withColourMatrix<bgr8Corrected>},
+    {"RGBA8", "matrix", withColourMatrix<rgba8Corrected>},
+    {"BGRA8", "matrix", withColourMatrix<bgra8Corrected>},
+    {"Bayer8", "matrix", withColourMatrix<bayer8Corrected>},
+    {"Bayer12", "matrix", withColourMatrix<bayer16Corrected<12, false>>},
+    {"Bayer16", "matrix", withColourMatrix<bayer16Corrected<16, false>>},
+    {"Bayer16 big-endian", "matrix", withColourMatrix<bayer16Corrected<16, true>>},
+    {"Bayer12Packed", "matrix", withColourMatrix<bayer12PackedCorrected>},
 
     {"RGB8", "double precision", rgb8ByDoublePrecision},
     {"RGB8", "planes", rgb8Planes},

@@ -1,0 +1,250 @@
+// Failing locks and allocations. The linker sends this program's calls of the pthread functions and of operator new
+// (_Znwm) to the __wrap_ functions below.
+#include <gtest/gtest.h>
+
+#include <pthread.h>
+
+#include <cerrno>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+#include "correction/registry.h"
+#include "orvella/exceptions.hpp"
+#include "orvella/orv.h"
+#include "support/mutex.h"
+
+namespace {
+
+enum class Operation { none, attributeInit, attributeSetType, mutexInit, lock, unlock };
+
+// Nothing fails until a test says so, and then one call does.
+Operation failing = Operation::none;
+int locked = 0, attributes = 0; // locks held, attribute objects alive
+int allocationsLeft = -1;       // until one fails; -1: none fails
+void** record = nullptr;        // where the next allocation's address goes
+
+bool fails(Operation operation) {
+    if (failing != operation) return false;
+    failing = Operation::none;
+    return true;
+}
+
+} // namespace
+
+extern "C" {
+int __real_pthread_mutexattr_init(pthread_mutexattr_t*);
+int __real_pthread_mutexattr_settype(pthread_mutexattr_t*, int);
+int __real_pthread_mutexattr_destroy(pthread_mutexattr_t*);
+int __real_pthread_mutex_init(pthread_mutex_t*, const pthread_mutexattr_t*);
+int __real_pthread_mutex_lock(pthread_mutex_t*);
+int __real_pthread_mutex_unlock(pthread_mutex_t*);
+void* __real__Znwm(std::size_t);
+
+int __wrap_pthread_mutexattr_init(pthread_mutexattr_t* attribute);
+int __wrap_pthread_mutexattr_settype(pthread_mutexattr_t* attribute, int type);
+int __wrap_pthread_mutexattr_destroy(pthread_mutexattr_t* attribute);
+int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attribute);
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex);
+int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex);
+void* __wrap__Znwm(std::size_t size);
+
+int __wrap_pthread_mutexattr_init(pthread_mutexattr_t* attribute) {
+    if (fails(Operation::attributeInit)) return ENOMEM;
+    ++attributes;
+    return __real_pthread_mutexattr_init(attribute);
+}
+int __wrap_pthread_mutexattr_settype(pthread_mutexattr_t* attribute, int type) {
+    return fails(Operation::attributeSetType) ? EINVAL : __real_pthread_mutexattr_settype(attribute, type);
+}
+int __wrap_pthread_mutexattr_destroy(pthread_mutexattr_t* attribute) {
+    --attributes;
+    return __real_pthread_mutexattr_destroy(attribute);
+}
+int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t* attribute) {
+    return fails(Operation::mutexInit) ? EAGAIN : __real_pthread_mutex_init(mutex, attribute);
+}
+int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex) {
+    if (fails(Operation::lock)) return EAGAIN;
+    ++locked;
+    return __real_pthread_mutex_lock(mutex);
+}
+// The mutex is released all the same, so that the tests can go on.
+int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex) {
+    --locked;
+    const int result = __real_pthread_mutex_unlock(mutex);
+    return fails(Operation::unlock) ? EPERM : result;
+}
+void* __wrap__Znwm(std::size_t size) {
+    if (allocationsLeft == 0) throw std::bad_alloc();
+    if (allocationsLeft > 0) --allocationsLeft;
+    void* memory = __real__Znwm(size);
+    if (record) *std::exchange(record, nullptr) = memory;
+    return memory;
+}
+}
+
+namespace {
+
+using kel::thread::KELThreadException;
+using kel::thread::pthread_exception;
+
+// ---- Start-up
+
+void expectAttributeFailure(Operation operation, const char* message, const char* name, int code) {
+    failing = operation;
+    try {
+        const kel::thread::Mutex mutex;
+        ADD_FAILURE() << "no exception";
+    } catch (const pthread_exception& exception) {
+        EXPECT_EQ(exception.message(), message);
+        EXPECT_EQ(exception.operation(), name);
+        EXPECT_EQ(exception.code(), code);
+    }
+    EXPECT_EQ(attributes, 0);
+}
+
+TEST(MutexFailures, OfItsAttributes) {
+    expectAttributeFailure(Operation::attributeInit, "init mutex attribut failed", "init", ENOMEM);
+    expectAttributeFailure(Operation::attributeSetType, "unable to set mutex attribut", "set", EINVAL);
+}
+
+TEST(MutexFailures, OfItsInitialisation) {
+    failing = Operation::mutexInit;
+    try {
+        const kel::thread::Mutex mutex;
+        ADD_FAILURE() << "no exception";
+    } catch (const KELThreadException& exception) {
+        EXPECT_EQ(exception.code(), 0);
+    }
+    EXPECT_EQ(attributes, 0);
+}
+
+// ---- The guard
+
+TEST(Guard, MayBeNested) {
+    kel::thread::Mutex mutex;
+    {
+        const kel::thread::Guard outer(mutex), inner(mutex);
+        EXPECT_EQ(locked, 2);
+    }
+    EXPECT_EQ(locked, 0);
+    EXPECT_EQ(attributes, 0); // not needed any more
+}
+
+TEST(Guard, ThrowsWhenItCannotLockOrUnlock) {
+    kel::thread::Mutex mutex;
+    for (const Operation operation : {Operation::lock, Operation::unlock}) {
+        failing = operation;
+        EXPECT_THROW(kel::thread::Guard{mutex}, KELThreadException);
+        EXPECT_EQ(locked, 0);
+    }
+}
+
+TEST(Guard, DoesNotThrowWhileAnotherExceptionIsOnItsWay) {
+    kel::thread::Mutex mutex;
+    const auto throwUnderGuard = [&mutex] {
+        const kel::thread::Guard guard(mutex);
+        failing = Operation::unlock;
+        throw std::runtime_error("another");
+    };
+    EXPECT_THROW(throwUnderGuard(), std::runtime_error);
+    EXPECT_EQ(failing, Operation::none);
+}
+
+// A guard that is made and left while an exception is on its way reports as ever.
+TEST(Guard, ThrowsInsideACleanup) {
+    struct Cleanup {
+        kel::thread::Mutex& mutex;
+        bool& thrown;
+        ~Cleanup() {
+            failing = Operation::unlock;
+            try {
+                const kel::thread::Guard guard(mutex);
+            } catch (const KELThreadException&) {
+                thrown = true;
+            }
+        }
+    };
+    kel::thread::Mutex mutex;
+    bool thrown = false;
+    const auto throwOverCleanup = [&] {
+        const Cleanup cleanup{mutex, thrown};
+        throw std::runtime_error("another");
+    };
+    EXPECT_THROW(throwOverCleanup(), std::runtime_error);
+    EXPECT_TRUE(thrown);
+}
+
+// ---- Colour-correction objects
+
+constexpr float identity[] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+
+class ObjectFailures : public ::testing::TestWithParam<OrvErrorType (*)(const float*, ColorCorrectionHandle*)> {
+protected:
+    OrvErrorType create() { return GetParam()(identity, &handle_); }
+    void TearDown() override {
+        EXPECT_EQ(handle_, &target_); // left alone
+        EXPECT_EQ(locked, 0);
+    }
+
+    int target_ = 0;
+    ColorCorrectionHandle handle_ = &target_;
+    const std::size_t before_ = kel::registry().size();
+};
+
+TEST_P(ObjectFailures, NoMemory) {
+    for (const int allocations : {0, 1}) { // for the object, for its entry in the set
+        allocationsLeft = allocations;
+        const OrvErrorType result = create();
+        allocationsLeft = -1;
+        EXPECT_EQ(result, OrvErrorResources);
+        EXPECT_EQ(kel::registry().size(), before_);
+    }
+}
+
+TEST_P(ObjectFailures, NoMemoryAndNoUnlock) {
+    allocationsLeft = 1;
+    failing = Operation::unlock;
+    const OrvErrorType result = create();
+    allocationsLeft = -1;
+    EXPECT_EQ(result, OrvErrorResources);
+    EXPECT_EQ(failing, Operation::none);
+}
+
+TEST_P(ObjectFailures, NoLock) {
+    failing = Operation::lock;
+    EXPECT_THROW(create(), KELThreadException);
+    EXPECT_EQ(kel::registry().size(), before_);
+}
+
+TEST_P(ObjectFailures, NoUnlock) {
+    static void* objects[2]; // stay in memory
+    static int object = 0;
+    record = &objects[object++];
+    failing = Operation::unlock;
+    EXPECT_THROW(create(), KELThreadException);
+    EXPECT_EQ(kel::registry().size(), before_ + 1); // by then it had been entered
+}
+
+INSTANTIATE_TEST_SUITE_P(Creators, ObjectFailures,
+                         ::testing::Values(OrvCreateColorCorrectionMatrix_Int8, OrvCreateColorCorrectionMatrix_Int16));
+
+TEST(ObjectFailures, AreNotReportedByDestroy) {
+    ColorCorrectionHandle handle = nullptr;
+    ASSERT_EQ(OrvCreateColorCorrectionMatrix_Int8(identity, &handle), OrvErrorSuccess);
+    const std::size_t before = kel::registry().size();
+    for (const Operation operation : {Operation::lock, Operation::unlock}) {
+        failing = operation;
+        EXPECT_EQ(OrvDestroyColorCorrection(handle), OrvErrorBadParameter);
+        EXPECT_EQ(failing, Operation::none);
+    }
+    EXPECT_EQ(kel::registry().size(), before - 1);
+    failing = Operation::lock;
+    EXPECT_EQ(OrvDestroyColorCorrection(nullptr), OrvErrorBadParameter); // takes no lock
+    EXPECT_EQ(failing, Operation::lock);
+    failing = Operation::none;
+    ::operator delete(handle);
+}
+
+} // namespace

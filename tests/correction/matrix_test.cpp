@@ -1,0 +1,129 @@
+// The arithmetic of colour correction, for matrices of any size.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <vector>
+
+#include "correction/transform.h"
+#include "reference/correction.h"
+#include "support/compare.h"
+#include "support/fill.h"
+#include "support/levels.h"
+
+namespace {
+
+using correction::Call;
+using correction::Matrix;
+using support::Bytes;
+
+// ---- One pixel, by hand
+
+struct Answer {
+    const char* what;
+    Matrix matrix;
+    Bytes rgb, expected;
+};
+
+constexpr float step = 1.0F / 1024;
+
+TEST(Matrix, KnownAnswers) {
+    const std::vector<Answer> answers{
+        {"identity", {1, 0, 0, 0, 1, 0, 0, 0, 1}, {1, 128, 255}, {1, 128, 255}},
+        {"coefficients are truncated", {0.9999F, 0, 0, 0, 1.0009F, 0, 0, 0, -0.0009F}, {255, 255, 255}, {254, 255, 0}},
+        {"rows and columns", {0, 0, 1, 1, 0, 0, 0.5F, 0.25F, 0}, {100, 60, 7}, {7, 100, 65}},
+        {"negative, above", {-1, 0, 0, 1, 1, 0, 1, 0, -1}, {200, 200, 201}, {0, 255, 0}},
+        // Sums after the shift: 16 bits decide.
+        {"255, 256, 32767", {255, 0, 0, 256, 0, 0, 32767, 0, 0}, {1, 0, 0}, {255, 255, 255}},
+        {"32768, 40000, 65535", {32768, 0, 0, 40000, 0, 0, 65535, 0, 0}, {1, 0, 0}, {0, 0, 0}},
+        {"65536, 65541, 65792", {65536, 0, 0, 65541, 0, 0, 65792, 0, 0}, {1, 0, 0}, {0, 5, 255}},
+        {"-5, -2^25, -2^25 - 1", {-5 * step, 0, 0, -32768, 0, 0, -32768, -step, 0}, {1, 1, 0}, {0, 0, 255}},
+    };
+    for (const Answer& answer : answers) {
+        SCOPED_TRACE(answer.what);
+        support::atEveryLevel([&] {
+            Bytes result(3);
+            EXPECT_EQ(Call(OrvPixelFormatRgb8, 1, 1, OrvOutputRgb24).run(result, answer.rgb, answer.matrix), 0);
+            EXPECT_EQ(result, answer.expected);
+        });
+    }
+}
+
+// White of 12Packed samples: results above 255 keep their low byte, those above 65535 are clamped.
+TEST(Matrix, WrapsAround12Packed) {
+    const Bytes white(12, 0xFF);
+    Bytes result(48);
+    EXPECT_EQ(
+        Call(OrvPixelFormatBayerRG12Packed, 4, 2, OrvOutputRgb24).run(result, white, {2, 0, 0, 0, -1, 0, 0, 0, 300}),
+        OrvErrorBadParameter); // not offered: R and B come in one order only
+    result.resize(24);
+    EXPECT_EQ(
+        Call(OrvPixelFormatBayerRG12Packed, 4, 2, OrvOutputBgr24).run(result, white, {2, 0, 0, 0, -1, 0, 0, 0, 300}),
+        0);
+    EXPECT_EQ(Bytes(result.begin(), result.begin() + 3), (Bytes{255, 0, 254}));
+}
+
+// ---- Any matrix, against the reference
+
+struct Conversion {
+    const char* name;
+    OrvPixelFormatType format;
+    OrvOutputCode output;
+    void (*reference)(const reference::Job&, const float* matrix);
+};
+
+constexpr Conversion conversions[] = {
+    {"RGB8 to BGR24", OrvPixelFormatRgb8, OrvOutputBgr24, reference::rgb8Corrected},
+    {"Bayer8 to Mono8", OrvPixelFormatBayerRG8, OrvOutputMono8, reference::bayer8Corrected},
+    {"Bayer16 to Mono16", OrvPixelFormatBayerRG16, OrvOutputMono16, reference::bayer16Corrected<16, false>},
+    {"Bayer16 to BGR48", OrvPixelFormatBayerRG16, OrvOutputBgr48, reference::bayer16Corrected<16, false>},
+    {"12Packed to BGR24", OrvPixelFormatBayerRG12Packed, OrvOutputBgr24, reference::bayer12PackedCorrected},
+    {"12Packed to BGR48", OrvPixelFormatBayerRG12Packed, OrvOutputBgr48, reference::bayer12PackedCorrected},
+};
+
+void expectAsReference(const Conversion& conversion, const Matrix& matrix, support::Random& random) {
+    constexpr std::uint32_t width = 70, height = 4;
+    const Bytes source = support::filled(width * height * 3, support::Contents::noise, random);
+    Bytes scratch = source, expected(width * height * 6), actual(width * height * 6);
+    conversion.reference(
+        {expected.data(), scratch.data(), width, height, 0, static_cast<reference::Output>(conversion.output)},
+        matrix.data());
+    EXPECT_EQ(Call(conversion.format, width, height, conversion.output).run(actual, source, matrix), 0);
+    EXPECT_TRUE(support::same(expected, actual)) << conversion.name << ", matrix " << ::testing::PrintToString(matrix);
+}
+
+TEST(Matrix, OfAnySize) {
+    support::Random random{support::seed()};
+    const auto coefficient = [&random](double scale) {
+        return static_cast<float>(scale * (static_cast<double>(random()) / support::Random::max() * 2 - 1));
+    };
+    support::atEveryLevel([&] {
+        for (const double scale : {0.1, 1.0, 2.0, 10.0, 12.0, 40.0, 3e2, 1e4, 1e5, 3e6})
+            for (int repetition = 0; repetition < 20; ++repetition) {
+                Matrix matrix;
+                for (float& m : matrix) m = coefficient(scale);
+                for (const Conversion& conversion : conversions) expectAsReference(conversion, matrix, random);
+            }
+    });
+}
+
+// Where the sums of 16-bit samples and words just fit, and just no longer.
+TEST(Matrix, OfLimitingSize) {
+    constexpr float most = 32767 * step, over = 32;
+    const Matrix matrices[] = {{most, 0, 0, 0, most, 0, 0, 0, most},
+                               {-most, 0, 0, 0, -most, 0, 0, 0, -most},
+                               {most - 2, 1, 1, 1, most - 2, 1, -1, -1, 2 - most},
+                               {over, 0, 0, 0, over, 0, 0, 0, over},
+                               {-over, 0, 0, 0, -over, 0, 0, 0, -over},
+                               {16, 16, 0, 0, 16, 16, -16, 0, -16},
+                               {1, 0, 0, 0, 1, 0, over, over, over},
+                               {2097151, 2097151, 2097151, -2097152, -2097152, -2097152, 2097151, -2097152, 0},
+                               {1e30F, -1e30F, 0, 0, HUGE_VALF, 0, -HUGE_VALF, 0, std::nanf("")}};
+    support::Random random{support::seed()};
+    support::atEveryLevel([&] {
+        for (const Matrix& matrix : matrices)
+            for (const Conversion& conversion : conversions) expectAsReference(conversion, matrix, random);
+    });
+}
+
+} // namespace

@@ -1,0 +1,104 @@
+#include "reference/correction.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+
+#include "reference/families.h"
+#include "reference/mosaic.h"
+
+namespace reference {
+
+std::int64_t fixedPoint(float coefficient) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    const volatile float scaled = coefficient * 1024;
+    if (std::isnan(scaled)) return 0;
+    return static_cast<std::int64_t>(
+        std::clamp(std::trunc(double{scaled}), double{Limits::min()}, double{Limits::max()}));
+}
+
+namespace {
+
+// From the exact sum of a channel to its value.
+using Rule = int (*)(std::int64_t sum);
+
+// In 32 bits, shifted as an unsigned number, judged by 16 of its bits.
+int byteRule(std::int64_t sum) {
+    const std::uint32_t shifted = static_cast<std::uint32_t>(sum) >> 10;
+    if ((shifted & 0xFF00) == 0) return static_cast<int>(shifted & 0xFF);
+    return shifted & 0x8000 ? 0 : 255;
+}
+int wordRule(std::int64_t sum) { return static_cast<int>(std::clamp<std::int64_t>(sum >> 10, 0, 65535)); }
+int wrappingRule(std::int64_t sum) {
+    const std::int64_t shifted = sum >> 10;
+    return shifted < 0 ? 0 : shifted > 65535 ? 255 : static_cast<int>(shifted & 0xFF);
+}
+
+Colour corrected(const Colour& c, const float* m, Rule rule) {
+    const auto channel = [&](const float* row) {
+        return rule(fixedPoint(row[0]) * c.r + fixedPoint(row[1]) * c.g + fixedPoint(row[2]) * c.b);
+    };
+    return {channel(m), channel(m + 3), channel(m + 6), c.bits};
+}
+
+Output rec601(Output output) {
+    if (output == Output::mono8Rec709) return Output::mono8;
+    return output == Output::mono16Rec709 ? Output::mono16 : output;
+}
+
+void rgbFamily(const Job& job, std::size_t bytes, std::size_t r, std::size_t b, const float* matrix) {
+    for (std::size_t i = 0; i < job.pixels(); ++i) {
+        const Byte* at = job.source + bytes * i;
+        put(job.destination, i, job.output, corrected({at[r], at[1], at[b]}, matrix, byteRule));
+    }
+}
+
+// This path counts the patterns 1 and 2 the other way round.
+template <class Sample> void mosaic(Job job, const Sample& sample, int bits, const float* matrix, Rule rule) {
+    constexpr unsigned patterns[] = {0, 2, 1, 3};
+    job.pattern = patterns[job.pattern];
+    job.output = rec601(job.output);
+    for (std::size_t y = 0; y < job.height; ++y)
+        for (std::size_t x = 0; x < job.width; ++x) {
+            const std::size_t column = std::min(x, job.width - 2), row = std::min(y, job.height - 2);
+            const Colour colour = blockColour(sample, job.pattern, column, row, bits);
+            put(job.destination, y * job.width + x, job.output, corrected(colour, matrix, rule));
+        }
+}
+
+} // namespace
+
+void rgb8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 3, 0, 2, matrix); }
+void bgr8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 3, 2, 0, matrix); }
+void rgba8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 4, 0, 2, matrix); }
+void bgra8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 4, 2, 0, matrix); }
+
+void bayer8Corrected(const Job& job, const float* matrix) {
+    const auto sample = [&](std::size_t x, std::size_t y) { return int{job.source[y * job.width + x]}; };
+    mosaic(job, sample, 8, matrix, byteRule);
+}
+
+template <int bitsUsed, bool isBigEndian> void bayer16Corrected(const Job& job, const float* matrix) {
+    const auto sample = [&](std::size_t x, std::size_t y) {
+        const Byte* at = job.source + 2 * (y * job.width + x);
+        return (isBigEndian ? bigEndian(at) : littleEndian(at)) << (16 - bitsUsed) & 0xFFFF;
+    };
+    mosaic(job, sample, 16, matrix, wordRule);
+}
+template void bayer16Corrected<12, false>(const Job&, const float*);
+template void bayer16Corrected<16, false>(const Job&, const float*);
+template void bayer16Corrected<16, true>(const Job&, const float*);
+
+void bayer12PackedCorrected(const Job& job, const float* matrix) {
+    const auto whole = [&](std::size_t x, std::size_t y) {
+        return sample12Packed(job.source + y * (job.width * 12 / 8), x);
+    };
+    const auto top = [&](std::size_t x, std::size_t y) { return whole(x, y) >> 8; };
+    if (job.output == Output::bgr24)
+        mosaic(job, top, 8, matrix, wrappingRule);
+    else
+        mosaic(job, whole, 16, matrix, wordRule);
+}
+
+} // namespace reference
