@@ -115,6 +115,16 @@ public:
         }
     }
 
+    void addCygm(unsigned code) {
+        addCall(
+            "CYGM8", "", outputs[code].name, 8, outputs[code].bytes,
+            [code](void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+                return OrvIRaw8CYGMImageTransform(d, s, w, h, code, 0);
+            },
+            2);
+        rows.back().heightStep = 4;
+    }
+
     // One row per output, through OrvImageTransform.
     void add(const Source& source, std::initializer_list<unsigned> outputCodes, const std::string& method = "",
              OrvTransformInfo option = debayer(OrvDebayerMode2x2)) {
@@ -275,6 +285,8 @@ std::vector<Conversion> all() {
     list.add(ofAnySize(bayer16), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bayer12Packed), {1, 9}, "matrix", matrix());
+
+    for (const unsigned code : {0U, 1U, 2U, 3U, 4U, 5U, 6U}) list.addCygm(code);
 
     list.addCall("RGB8", "double precision", "Mono8", 24, 1, ofPixels<OrvRGB8ToY8>);
     list.addCall("RGB8", "planes", "R G B", 24, 3, ofPlanes<OrvRGB8ToRGBYPlanes, false>);

@@ -651,6 +651,17 @@ ORV_API OrvErrorType OrvCreateColorCorrectionMatrix_Int16(const float* matrix, C
  * -7: always, also when the object was found. */
 ORV_API OrvErrorType OrvDestroyColorCorrection(ColorCorrectionHandle handle);
 
+/* ---- Complementary-colour mosaics ---------------------------------------------------------------------------- */
+
+/* 8-bit mosaic of cyan, yellow, green and magenta cells to outputs 0 to 6. Two fields follow each other: first lines 1,
+ * 3, 5 ..., then lines 0, 2, 4 ... Of four lines, the first and the third hold Cy Ye, the second Gr Mg, the last Mg Gr.
+ * Every pixel is made from the 2x2 block whose top left corner it is; the last column and the last row repeat their
+ * neighbours (the last row with its fourth bytes). The unnamed argument is ignored.
+ *   source n bytes
+ * -7: a buffer is null, width is 0 or odd, height is 0 or no multiple of 4. -17: output above 6. */
+ORV_API OrvErrorType OrvIRaw8CYGMImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                                OrvOutputCode output, uint32_t);
+
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 
 /* The English text of a code, "return code not found" for an unknown one (still a success).

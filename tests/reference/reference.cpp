@@ -72,6 +72,8 @@ constexpr Entry entries[] = {
     {"Bayer16 big-endian", "matrix", withColourMatrix<bayer16Corrected<16, true>>},
     {"Bayer12Packed", "matrix", withColourMatrix<bayer12PackedCorrected>},
 
+    {"CYGM8", "", cygm8},
+
     {"RGB8", "double precision", rgb8ByDoublePrecision},
     {"RGB8", "planes", rgb8Planes},
     {"YUV 4:1:1", "planes", yuv411Planes},

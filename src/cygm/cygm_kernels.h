@@ -1,0 +1,16 @@
+// The kernels of complementary-colour mosaics, by output.
+#pragma once
+#include "kernels/level.h"
+#include "kernels/table.h"
+
+namespace kel {
+
+using CygmMosaic = void (*)(u8* destination, const u8* source, size_t width, size_t height);
+
+struct CygmKernels {
+    ByOutput<CygmMosaic> cygm8;
+};
+
+KEL_KERNEL_TABLE(CygmKernels, cygmKernels)
+
+} // namespace kel
