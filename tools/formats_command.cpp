@@ -1,8 +1,8 @@
 #include <cstdio>
 
 #include "commands.h"
-#include "conversion.h"
 #include "help.h"
+#include "offers.h"
 
 namespace tool {
 
@@ -27,34 +27,42 @@ std::string marks(const PixelFormat& pixels, const Processing& processing) {
     return marks;
 }
 
-std::string sizeRule(const PixelFormat& pixels) {
+std::string sizeRule(const PixelFormat& pixels, const Processing& processing) {
     for (const Output& output : outputs()) {
-        if (isOffered({pixels, {}}, output)) return sizeRule({pixels, {}}, output);
+        if (isOffered({pixels, {}}, output, processing)) return sizeRule({pixels, {}}, output, processing);
     }
     return "not converted";
 }
 
-void printRow(const PixelFormat& pixels) {
-    std::printf("  %-20s 0x%08X %s  %s\n", std::string(pixels.name).c_str(), pixels.code, marks(pixels, {}).c_str(),
-                sizeRule(pixels).c_str());
+void printRow(const PixelFormat& pixels, const Processing& processing) {
+    std::printf("  %-20s 0x%08X %s  %s\n", std::string(pixels.name).c_str(), pixels.code,
+                marks(pixels, processing).c_str(), sizeRule(pixels, processing).c_str());
+}
+
+void printFormats() {
+    std::puts("\nPixel formats (-f) and what they convert to (x), by the numbers above:");
+    std::printf("  %-20s %-10s ", "", "PFNC code");
+    for (const Output& output : outputs()) std::printf("%3u", output.code);
+    std::puts("  sizes");
+    for (const PixelFormat& format : pixelFormats()) printRow(format, {});
 }
 
 void printRow(const DebayerMode& mode) {
     const bool isDefault = mode.code == debayerModes().front().code;
     std::printf("  %-7s %-23s %s  %s\n", std::string(mode.name).c_str(), std::string(mode.description).c_str(),
                 marks(pixelFormatNamed("BayerRG8"), {mode}).c_str(),
-                isDefault ? "every mosaic; the default" : offeredSources({mode}).c_str());
+                isDefault ? "every mosaic; the default" : names(offeredSources({mode})).c_str());
+}
+
+void printDebayerModes() {
+    std::puts("\nDebayer modes (--debayer), what BayerRG8 converts to with them (x), and which formats have them:");
+    for (const DebayerMode& mode : debayerModes()) printRow(mode);
 }
 
 void run() {
     printOutputs();
-    std::puts("\nPixel formats (-f) and what they convert to (x), by the numbers above:");
-    std::printf("  %-20s %-10s ", "", "PFNC code");
-    for (const Output& output : outputs()) std::printf("%3u", output.code);
-    std::puts("  sizes");
-    for (const PixelFormat& format : pixelFormats()) printRow(format);
-    std::puts("\nDebayer modes (--debayer), what BayerRG8 converts to with them (x), and which formats have them:");
-    for (const DebayerMode& mode : debayerModes()) printRow(mode);
+    printFormats();
+    printDebayerModes();
     std::puts("\nUpper and lower case are alike. A prefix 'PixelFormat' is accepted. YUV422 needs an even width.");
 }
 

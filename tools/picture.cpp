@@ -6,6 +6,7 @@
 
 #include "errors.h"
 #include "names.h"
+#include "offers.h"
 
 namespace tool {
 

@@ -1,0 +1,82 @@
+#include "transform.h"
+
+#include <utility>
+
+#include "errors.h"
+
+namespace tool {
+
+namespace {
+
+void require(OrvErrorType code) {
+    if (code != OrvErrorSuccess) throw Refusal(errorText(code) + " (" + std::to_string(code) + ")");
+}
+
+OrvImage describe(const FrameFormat& frame) {
+    OrvImage image{};
+    image.Size = sizeof image;
+    require(OrvSetImageInfoFromPixelFormat(frame.pixels.code, frame.size.width, frame.size.height, &image));
+    OrvPixelInfo& info = image.ImageInfo.PixelInfo;
+    if (frame.pixels.packing == Packing::words && info.BitsPerPixel == 16) {
+        info.BitsUsed = frame.pixels.bits;
+        info.Alignment = frame.msbAligned ? 0 : 1;
+        info.Endianness = frame.bigEndian ? 1 : 0;
+    }
+    return image;
+}
+
+OrvImage describe(const Output& output, Size size) {
+    OrvImage image{};
+    image.Size = sizeof image;
+    require(OrvSetImageInfoOutput(output.code, size.width, size.height, &image));
+    return image;
+}
+
+OrvTransformInfo describe(const Processing& processing) {
+    OrvTransformInfo record{};
+    require(OrvSetDebayerMode(processing.debayer.code, &record));
+    return record;
+}
+
+std::uint64_t byteCount(const OrvImageInfo& info) {
+    return (std::uint64_t{info.Width} * info.Height * info.PixelInfo.BitsPerPixel + 7) / 8;
+}
+
+// The library copies the bytes of full-depth grey words as they are.
+bool copiesBigEndianWords(const OrvPixelInfo& source, const Output& output) {
+    return source.PixelLayout == OrvPixelLayoutMono && source.BitsUsed == 16 && source.Endianness == 1 &&
+           (output.code == OrvOutputMono16 || output.code == OrvOutputMono16Rec709);
+}
+
+// The library takes these frames, too, but makes no picture of them.
+bool makesNoPicture(const FrameFormat& frame, const Processing& processing) {
+    return processing.debayer.code == OrvDebayerMode3x3 && (frame.size.width < 4 || frame.size.height < 4);
+}
+
+} // namespace
+
+std::string errorText(OrvErrorType code) {
+    char text[256] = "";
+    OrvGetErrorInfo(code, text, sizeof text - 1);
+    return text;
+}
+
+std::uint64_t byteCount(const FrameFormat& frame) { return byteCount(describe(frame).ImageInfo); }
+
+OrvErrorType transform(const FrameFormat& frame, Bytes& source, Image& image, const Processing& processing) {
+    if (makesNoPicture(frame, processing)) return OrvErrorBadParameter;
+    OrvImage from = describe(frame);
+    OrvImage to = describe(image.output, image.size);
+    source.resize(byteCount(frame) + 1);               // the reader of little-endian grey words reads one byte more
+    image.bytes.assign(byteCount(to.ImageInfo), 0xFF); // the library leaves alpha alone
+    from.Data = source.data();
+    to.Data = image.bytes.data();
+    const OrvTransformInfo record = describe(processing);
+    const OrvErrorType code = OrvImageTransform(&from, &to, &record, 1);
+    if (code == OrvErrorSuccess && copiesBigEndianWords(from.ImageInfo.PixelInfo, image.output)) {
+        for (std::size_t i = 0; i < image.bytes.size(); i += 2) std::swap(image.bytes[i], image.bytes[i + 1]);
+    }
+    return code;
+}
+
+} // namespace tool

@@ -1,0 +1,28 @@
+// One call of the library.
+#pragma once
+#include <string>
+
+#include "files.h"
+#include "frame.h"
+#include "pixel_formats.h"
+#include "processing.h"
+
+namespace tool {
+
+// What a conversion made. 16-bit samples are little-endian words.
+struct Image {
+    Output output;
+    Size size;
+    Bytes bytes;
+};
+
+// Bytes of such a frame.
+std::uint64_t byteCount(const FrameFormat& frame);
+
+// Converts into image.bytes; the source may be overwritten.
+OrvErrorType transform(const FrameFormat& frame, Bytes& source, Image& image, const Processing& processing);
+
+// The library's text for a code.
+std::string errorText(OrvErrorType code);
+
+} // namespace tool
