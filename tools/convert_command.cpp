@@ -8,6 +8,7 @@
 #include "errors.h"
 #include "files.h"
 #include "frame_options.h"
+#include "geometry.h"
 #include "help.h"
 #include "jobs.h"
 #include "picture.h"
@@ -23,17 +24,27 @@ namespace fs = std::filesystem;
 struct ConvertOptions {
     FrameOptions frame;
     std::string output; // empty: what suits the source and the file type
-    std::string debayer;
+    std::string debayer, flip;
+    bool deinterlace = false;
     std::string type; // empty: by the file name
     bool raw = false;
     fs::path directory; // empty: two files are given, an input and an output
     std::vector<fs::path> files;
 };
 
-void makeDirectory(const fs::path& directory) {
-    std::error_code error;
-    fs::create_directories(directory, error);
-    if (error) throw Error("cannot make the directory " + directory.string() + ": " + error.message());
+// What happens to every input.
+struct Recipe {
+    FrameFormat frame;
+    bool deinterlace;
+    Processing processing;
+    Output output;
+    Flip flip;
+    FileType type;
+};
+
+std::string fileTypeName(const ConvertOptions& options) {
+    if (options.raw) return "raw";
+    return options.type.empty() && !options.directory.empty() ? "png" : options.type;
 }
 
 Processing processingOf(const ConvertOptions& options, const FrameFormat& frame) {
@@ -46,35 +57,57 @@ Processing processingOf(const ConvertOptions& options, const FrameFormat& frame)
     return processing;
 }
 
-std::vector<Image> convertAll(const FrameFormat& frame, Bytes source, const Output& output,
-                              const Processing& processing) {
-    if (!output.planes.empty()) return convertToPlanes(frame, std::move(source), output, processing);
-    return {convert(frame, std::move(source), output, processing)};
+Recipe recipeOf(const ConvertOptions& options) {
+    const FrameFormat frame = options.frame.frame();
+    const Processing processing = processingOf(options, frame);
+    const std::string typeName = fileTypeName(options);
+    const FileType type = typeName.empty() ? fileTypeOf(options.files.back()) : fileTypeNamed(typeName);
+    const Output output = options.output.empty() ? suitableOutput(frame, type) : outputNamed(options.output);
+    requireHolds(type, output);
+    const Flip flip = options.flip.empty() ? Flip::none : flipNamed(options.flip);
+    requireFlips(flip, output);
+    return {frame, options.deinterlace, processing, output, flip, type};
+}
+
+std::vector<Image> makeImages(const Recipe& recipe, Bytes source) {
+    if (recipe.deinterlace) weaveFields(source, recipe.frame);
+    std::vector<Image> images;
+    if (recipe.output.planes.empty())
+        images.push_back(convert(recipe.frame, std::move(source), recipe.output, recipe.processing));
+    else
+        images = convertToPlanes(recipe.frame, std::move(source), recipe.output, recipe.processing);
+    for (Image& image : images) flipImage(image, recipe.flip);
+    return images;
+}
+
+void follow(const Recipe& recipe, const Job& job) {
+    Bytes source = readFile(job.input, byteCount(recipe.frame), text(recipe.frame));
+    std::vector<File> files;
+    for (Image& image : makeImages(recipe, std::move(source)))
+        files.push_back({job.outputs[files.size()], encode(std::move(image), recipe.type)});
+    writeFiles(files);
+}
+
+void makeDirectory(const fs::path& directory) {
+    std::error_code error;
+    fs::create_directories(directory, error);
+    if (error) throw Error("cannot make the directory " + directory.string() + ": " + error.message());
 }
 
 void run(const ConvertOptions& options) {
-    const FrameFormat frame = options.frame.frame();
-    const Processing processing = processingOf(options, frame);
-    const bool many = !options.directory.empty();
-    if (!many && options.files.size() != 2)
+    if (options.directory.empty() && options.files.size() != 2)
         throw UsageError("give one input and one output, or any number of inputs and --output-directory");
-    const std::string typeName = options.raw ? "raw" : !options.type.empty() ? options.type : many ? "png" : "";
-    const FileType type = typeName.empty() ? fileTypeOf(options.files.back()) : fileTypeNamed(typeName);
-    const Output output = options.output.empty() ? suitableOutput(frame, type) : outputNamed(options.output);
-    const std::vector<Job> jobs = planJobs(options.files, options.directory, typeName, output.planes);
-    requireHolds(type, output);
-    if (many) makeDirectory(options.directory);
+    const Recipe recipe = recipeOf(options);
+    const std::vector<Job> jobs =
+        planJobs(options.files, options.directory, fileTypeName(options), recipe.output.planes);
+    if (!options.directory.empty()) makeDirectory(options.directory);
 
     const Progress progress(jobs.size());
     std::size_t done = 0, failed = 0;
     for (const Job& job : jobs) {
         progress.show(done++, job.input.string());
         try {
-            Bytes source = readFile(job.input, byteCount(frame), text(frame));
-            std::vector<File> files;
-            for (Image& image : convertAll(frame, std::move(source), output, processing))
-                files.push_back({job.outputs[files.size()], encode(std::move(image), type)});
-            writeFiles(files);
+            follow(recipe, job);
         } catch (const Refusal&) {
             throw;
         } catch (const Error& error) { // the next file may be better
@@ -107,6 +140,8 @@ constexpr auto examples =
     "      14-bit samples in the low bits of 16-bit words.\n"
     "  orvella convert -f BayerRG8 -s 2448x2048 --debayer lcaav frame.raw frame.png\n"
     "      A mosaic whose fine lines would show false colours.\n"
+    "  orvella convert -f Mono8 -s 768x576 --deinterlace --flip 180 frame.raw frame.png\n"
+    "      Two fields of a camera that hangs upside down.\n"
     "  orvella convert -f BayerRG8 -s 640x480 --raw -t BGR24 - - < frame.raw | display-program\n"
     "      From standard input to standard output, as bytes.\n"
     "  orvella convert -f BayerRG8 -s 640x480 *.raw --output-directory pictures --type png\n"
@@ -127,6 +162,12 @@ void addConvertCommand(CLI::App& program) {
         .add_option("--debayer", options->debayer,
                     "How a mosaic becomes colour: 2x2 (default), 3x3, lcaa, lcaav, yuv422")
         ->option_text("MODE");
+    command
+        .add_option("--flip", options->flip,
+                    "Mirror the picture: h left to right, v upside down, 180 both, which turns it")
+        ->option_text("HOW");
+    command.add_flag("--deinterlace", options->deinterlace,
+                     "The frame is two fields, first its odd lines, then its even ones: weave them");
     CLI::Option* const type =
         command
             .add_option("--type", options->type, "File type, if the name of the output does not say it by its ending")

@@ -85,6 +85,9 @@ TEST_F(Errors, Refusals) {
         {"convert -f BayerRG12Packed -s 4x4 --debayer 3x3 12p.raw out.png", 1, {"(-17)", "3x3 is offered for"}},
         {"convert -f Yuv411 -s 6x6 -t planes 6x6.raw out.png", 1, {"to planes", "(-7)", "multiple of 4"}},
         {"convert -f Rgb16 -s 2x2 -t planes 12p.raw out.png", 1, {"see 'orvella formats'"}},
+        {"convert -f Mono8 -s 36x1 --flip h 12x3.raw out.png", 1, {"36x1", "(-7)", "at least 2 lines"}},
+        {"convert -f Mono8 -s 12x3 --deinterlace 12x3.raw out.png", 1, {"12x3", "(-7)", "an even height"}},
+        {"convert -f Mono12p -s 1x16 --deinterlace 12p.raw out.png", 1, {"1x16", "whole bytes"}},
         {"chart -f Yuv411 -s 6x6 out.raw", 1, {"Yuv411 at 6x6", "multiple of 4"}},
     });
 }
@@ -113,6 +116,9 @@ TEST_F(Errors, Usage) {
         {convert + "-t planes in.raw -", 2, {"several files"}},
         {convert + "-t RGBA32 in.raw out.ppm", 2, {"PPM"}},
         {convert + "--debayer 3x3 in.raw out.png", 2, {"--debayer", "mosaics", "Mono8"}},
+        {convert + "--flip x in.raw out.png", 2, {"'x'", "h, v, 180"}},
+        {convert + "--flip 180 -t BGRA32 in.raw out.png", 2, {"--flip v", "BGRA32", "RGB24"}},
+        {convert + "--flip h -t UYVY --raw in.raw out", 2, {"--flip v", "YUV422"}},
         {"convert -f BayerRG8 -s 8x8 --debayer 4x4 in.raw out.png", 2, {"'4x4'", "2x2, 3x3, lcaa"}},
         {convert + "--big-endian in.raw out.png", 2, {"16-bit samples", "Mono8"}},
         {convert + "--raw in.raw ./in.raw", 2, {"overwritten"}},

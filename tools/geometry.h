@@ -1,0 +1,22 @@
+// Mirroring pictures and weaving fields.
+#pragma once
+#include "transform.h"
+
+namespace tool {
+
+enum class Flip { none = 0, horizontal = 1, vertical = 2, both = 3 }; // the library's modes
+
+// "h", "v" or "180". Throws UsageError.
+Flip flipNamed(const std::string& name);
+
+// Throws UsageError if the library does not flip pictures of this output so.
+void requireFlips(Flip flip, const Output& output);
+
+// Throws Refusal.
+void flipImage(Image& image, Flip flip);
+
+// Makes one frame of two fields, which are stored one after the other: first the odd lines, then the even ones.
+// Throws Refusal.
+void weaveFields(Bytes& source, const FrameFormat& frame);
+
+} // namespace tool
