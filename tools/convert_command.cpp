@@ -24,7 +24,7 @@ namespace fs = std::filesystem;
 struct ConvertOptions {
     FrameOptions frame;
     std::string output; // empty: what suits the source and the file type
-    std::string debayer, flip;
+    std::string debayer, matrix, flip;
     bool deinterlace = false;
     std::string type; // empty: by the file name
     bool raw = false;
@@ -54,6 +54,11 @@ Processing processingOf(const ConvertOptions& options, const FrameFormat& frame)
             throw UsageError("--debayer is for Bayer mosaics, not for " + std::string(frame.pixels.name));
         processing.debayer = debayerModeNamed(options.debayer);
     }
+    if (!options.matrix.empty()) {
+        if (processing.debayer.code != OrvDebayerMode2x2)
+            throw UsageError("--matrix demosaics by 2x2, not by --debayer " + std::string(processing.debayer.name));
+        processing.matrix = parseMatrix(options.matrix);
+    }
     return processing;
 }
 
@@ -62,7 +67,8 @@ Recipe recipeOf(const ConvertOptions& options) {
     const Processing processing = processingOf(options, frame);
     const std::string typeName = fileTypeName(options);
     const FileType type = typeName.empty() ? fileTypeOf(options.files.back()) : fileTypeNamed(typeName);
-    const Output output = options.output.empty() ? suitableOutput(frame, type) : outputNamed(options.output);
+    const Output output =
+        options.output.empty() ? suitableOutput(frame, type, processing) : outputNamed(options.output);
     requireHolds(type, output);
     const Flip flip = options.flip.empty() ? Flip::none : flipNamed(options.flip);
     requireFlips(flip, output);
@@ -129,7 +135,8 @@ constexpr auto examples =
     "Planes are several files: '-t planes frame.raw frame.png' writes frame.r.png, frame.g.png and frame.b.png,\n"
     "'-t planes-y' frame.y.png, too. All of them are written, or none.\n"
     "\n"
-    "Without -t, colour and mosaic sources become RGB24, 8-bit grey ones Mono8, deeper grey ones Mono16.\n"
+    "Without -t, colour and mosaic sources become RGB24 (deep mosaics with --matrix: BGR48), 8-bit grey ones\n"
+    "Mono8, deeper grey ones Mono16.\n"
     "\n"
     "Examples:\n"
     "  orvella convert -f BayerRG8 -s 2448x2048 frame.raw frame.png\n"
@@ -140,6 +147,8 @@ constexpr auto examples =
     "      14-bit samples in the low bits of 16-bit words.\n"
     "  orvella convert -f BayerRG8 -s 2448x2048 --debayer lcaav frame.raw frame.png\n"
     "      A mosaic whose fine lines would show false colours.\n"
+    "  orvella convert -f BayerRG8 -s 2448x2048 --matrix 2.2,0,0,0,1.4,0,0,0,2 frame.raw frame.png\n"
+    "      A mosaic becomes a colour picture with white balance.\n"
     "  orvella convert -f Mono8 -s 768x576 --deinterlace --flip 180 frame.raw frame.png\n"
     "      Two fields of a camera that hangs upside down.\n"
     "  orvella convert -f BayerRG8 -s 640x480 --raw -t BGR24 - - < frame.raw | display-program\n"
@@ -162,6 +171,10 @@ void addConvertCommand(CLI::App& program) {
         .add_option("--debayer", options->debayer,
                     "How a mosaic becomes colour: 2x2 (default), 3x3, lcaa, lcaav, yuv422")
         ->option_text("MODE");
+    command
+        .add_option("--matrix", options->matrix,
+                    "Colour correction: nine numbers, R' G' B' from R G B, or identity, swap-red-blue, grey")
+        ->option_text("M0,...,M8");
     command
         .add_option("--flip", options->flip,
                     "Mirror the picture: h left to right, v upside down, 180 both, which turns it")

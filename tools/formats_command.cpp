@@ -59,10 +59,19 @@ void printDebayerModes() {
     for (const DebayerMode& mode : debayerModes()) printRow(mode);
 }
 
+void printCorrections() {
+    std::puts("\nWhat they convert to with colour correction (--matrix):");
+    const Processing correction{.matrix = parseMatrix("identity")};
+    for (const PixelFormat* const pixels : offeredSources(correction)) printRow(*pixels, correction);
+    std::puts(
+        "Mosaics in every phase. From 12Packed to BGR24 sums above 255 wrap around, elsewhere they become white.");
+}
+
 void run() {
     printOutputs();
     printFormats();
     printDebayerModes();
+    printCorrections();
     std::puts("\nUpper and lower case are alike. A prefix 'PixelFormat' is accepted. YUV422 needs an even width.");
 }
 

@@ -84,11 +84,14 @@ void requireHolds(FileType type, const Output& output) {
     if (type == FileType::pnm && channels == 4) refuse("PNM files hold grey and RGB pixels without alpha");
 }
 
-Output suitableOutput(const FrameFormat& frame, FileType type) {
+Output suitableOutput(const FrameFormat& frame, FileType type, const Processing& processing) {
     const bool grey = frame.pixels.samples == Samples::grey;
-    if (type == FileType::ppm || (!grey && type != FileType::pgm)) return outputNamed("RGB24");
-    const Output& deep = outputNamed("Mono16");
-    return grey && frame.pixels.bits > 8 && isOffered(frame, deep) ? deep : outputNamed("Mono8");
+    const auto choose = [&](const char* first, const char* second) {
+        const auto offers = [&](const char* name) { return isOffered(frame, outputNamed(name), processing); };
+        return outputNamed(!offers(first) && offers(second) ? second : first);
+    };
+    if (type == FileType::ppm || (!grey && type != FileType::pgm)) return choose("RGB24", "BGR48");
+    return grey && frame.pixels.bits > 8 ? choose("Mono16", "Mono8") : choose("Mono8", "Mono16");
 }
 
 Bytes encode(Image image, FileType type) {

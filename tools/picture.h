@@ -26,8 +26,9 @@ FileType fileTypeOf(const std::filesystem::path& path);
 // Throws UsageError if files of this type cannot hold the output. Raw files hold every one.
 void requireHolds(FileType type, const Output& output);
 
-// The output that shows as much of the frame as the file type can: RGB24, Mono8 or Mono16.
-Output suitableOutput(const FrameFormat& frame, FileType type);
+// The output that shows as much of the frame as the file type can: RGB24 or, if that is not offered, BGR48; Mono8 or
+// Mono16.
+Output suitableOutput(const FrameFormat& frame, FileType type, const Processing& processing = {});
 
 // The content of such a file. Throws Error.
 Bytes encode(Image image, FileType type);

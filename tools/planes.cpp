@@ -28,7 +28,7 @@ Splitter splitterFor(const PixelFormat& pixels) {
 std::vector<Image> convertToPlanes(const FrameFormat& frame, Bytes source, const Output& output,
                                    const Processing& processing) {
     const Output& rgb = outputNamed("RGB24");
-    Splitter split = splitterFor(frame.pixels);
+    Splitter split = processing.matrix ? nullptr : splitterFor(frame.pixels);
     if (!split) {
         source = convert(frame, std::move(source), rgb, processing).bytes;
         split = OrvRGB8ToRGBYPlanes;

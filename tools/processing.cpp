@@ -1,5 +1,9 @@
 #include "processing.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+
 #include "errors.h"
 #include "names.h"
 
@@ -15,6 +19,25 @@ constexpr DebayerMode debayerTable[] = {
     {"yuv422", OrvDebayerModeYuv422, "2x2, mean chroma of 2x1"},
 };
 
+struct NamedMatrix {
+    std::string_view name;
+    Matrix matrix;
+};
+constexpr float r = 77 / 256.f, g = 150 / 256.f, b = 29 / 256.f; // luma
+constexpr NamedMatrix matrixTable[] = {
+    {"identity", {1, 0, 0, 0, 1, 0, 0, 0, 1}},
+    {"swap-red-blue", {0, 0, 1, 0, 1, 0, 1, 0, 0}},
+    {"grey", {r, g, b, r, g, b, r, g, b}},
+};
+
+// Reads a comma and a number from the beginning of the text and removes them.
+bool takeNumber(std::string_view& text, float& number) {
+    if (!text.starts_with(',')) return false;
+    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), number);
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+    return error == std::errc{} && std::isfinite(number);
+}
+
 } // namespace
 
 std::span<const DebayerMode> debayerModes() { return debayerTable; }
@@ -26,7 +49,22 @@ const DebayerMode& debayerModeNamed(const std::string& name) {
     throw UsageError("unknown debayer mode '" + name + "'; known: 2x2, 3x3, lcaa, lcaav, yuv422");
 }
 
+Matrix parseMatrix(const std::string& text) {
+    for (const NamedMatrix& named : matrixTable) {
+        if (sameName(named.name, text)) return named.matrix;
+    }
+    const std::string list = "," + text;
+    std::string_view rest = list;
+    Matrix matrix{};
+    const bool valid = std::ranges::all_of(matrix, [&](float& number) { return takeNumber(rest, number); });
+    if (valid && rest.empty()) return matrix;
+    throw UsageError("'" + text +
+                     "' is no matrix; give nine numbers, row by row, like 1.2,-0.1,-0.1,0,1,0,0,0,1.1; or "
+                     "identity, swap-red-blue, grey");
+}
+
 std::string text(const Processing& processing) {
+    if (processing.matrix) return "--matrix";
     return processing.debayer.code == OrvDebayerMode2x2 ? "" : "--debayer " + std::string(processing.debayer.name);
 }
 

@@ -34,12 +34,21 @@ OrvImage describe(const Output& output, Size size) {
 
 OrvTransformInfo describe(const Processing& processing) {
     OrvTransformInfo record{};
-    require(OrvSetDebayerMode(processing.debayer.code, &record));
+    require(processing.matrix ? OrvSetColorCorrectionMatrix3x3(processing.matrix->data(), &record)
+                              : OrvSetDebayerMode(processing.debayer.code, &record));
     return record;
 }
 
 std::uint64_t byteCount(const OrvImageInfo& info) {
     return (std::uint64_t{info.Width} * info.Height * info.PixelInfo.BitsPerPixel + 7) / 8;
+}
+
+// With a matrix, the library takes these two patterns for each other.
+void exchangeGreenFirstPatterns(OrvPixelInfo& info) {
+    if (info.BayerPattern == OrvBayerPatternGBRG)
+        info.BayerPattern = OrvBayerPatternGRBG;
+    else if (info.BayerPattern == OrvBayerPatternGRBG)
+        info.BayerPattern = OrvBayerPatternGBRG;
 }
 
 // The library copies the bytes of full-depth grey words as they are.
@@ -50,7 +59,9 @@ bool copiesBigEndianWords(const OrvPixelInfo& source, const Output& output) {
 
 // The library takes these frames, too, but makes no picture of them.
 bool makesNoPicture(const FrameFormat& frame, const Processing& processing) {
-    return processing.debayer.code == OrvDebayerMode3x3 && (frame.size.width < 4 || frame.size.height < 4);
+    const bool oddLines = frame.pixels.packing == Packing::packed12 && frame.size.width % 2 == 1;
+    const bool tooSmall = frame.size.width < 4 || frame.size.height < 4;
+    return processing.matrix ? oddLines : processing.debayer.code == OrvDebayerMode3x3 && tooSmall;
 }
 
 } // namespace
@@ -71,6 +82,7 @@ OrvErrorType transform(const FrameFormat& frame, Bytes& source, Image& image, co
     image.bytes.assign(byteCount(to.ImageInfo), 0xFF); // the library leaves alpha alone
     from.Data = source.data();
     to.Data = image.bytes.data();
+    if (processing.matrix) exchangeGreenFirstPatterns(from.ImageInfo.PixelInfo);
     const OrvTransformInfo record = describe(processing);
     const OrvErrorType code = OrvImageTransform(&from, &to, &record, 1);
     if (code == OrvErrorSuccess && copiesBigEndianWords(from.ImageInfo.PixelInfo, image.output)) {

@@ -129,6 +129,30 @@ TEST_F(Convert, EveryDebayerModeMakesAPictureOfItsOwn) {
     EXPECT_TRUE(pictures.contains(succeed(mosaic + "mosaic.raw -").out));
 }
 
+TEST_F(Convert, MatricesMixColours) {
+    const auto bytes = [&](const std::string& options) {
+        return succeed(mosaic + options + " --raw mosaic.raw -").out;
+    };
+    EXPECT_EQ(bytes("--matrix swap-red-blue -t RGB24"), bytes("-t BGR24"));
+    EXPECT_EQ(bytes("--matrix 0,0,1,0,1e0,0,1.0,0,0 -t RGB24"), bytes("-t BGR24"));
+    EXPECT_EQ(bytes("--matrix Identity --debayer 2x2"), bytes(""));
+    EXPECT_EQ(bytes("--matrix -1,0,0,0,-0.5,0,0,0,-1"), std::string(64 * 48 * 3, '\0'));
+    EXPECT_EQ(bytes("--matrix grey -t Mono8"), bytes("-t Mono8"));
+}
+
+TEST_F(Convert, WithAMatrixDeepMosaicsBecomeDeepPictures) {
+    for (const std::string format : {"BayerGB12", "BayerGB12Packed"}) {
+        succeed("chart -s 64x48 deep.raw -f " + format);
+        succeed("convert -s 64x48 deep.raw deep.png --matrix identity -f " + format);
+        const Picture picture = readPng(path("deep.png"));
+        EXPECT_EQ(picture.channels, 3u) << format;
+        EXPECT_EQ(picture.bits, 16u) << format;
+    }
+    succeed("chart -s 64x48 deep.raw -f BayerGB12");
+    succeed("convert -s 64x48 deep.raw deep.pgm --matrix identity -f BayerGB12");
+    EXPECT_EQ(readPnm(path("deep.pgm")).bits, 16u);
+}
+
 TEST_F(Convert, StandardInputAndOutput) {
     succeed(mosaic + "mosaic.raw picture.png");
     const std::string frame = readFile(path("mosaic.raw"));

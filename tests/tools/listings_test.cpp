@@ -12,7 +12,8 @@ TEST_F(Listings, FormatsShowsWhatTheLibraryConverts) {
     const std::string list = succeed("formats").out;
     std::istringstream lines(list);
     int formats = 0;
-    for (std::string line; std::getline(lines, line);) formats += line.find(" 0x0") != std::string::npos ? 1 : 0;
+    for (std::string line; std::getline(lines, line) && !line.starts_with("Debayer");)
+        formats += line.find(" 0x0") != std::string::npos ? 1 : 0;
     EXPECT_EQ(formats, 49);
     for (const std::string row : {
              "Mono8                0x01080001   x  x  x  x  x  x  x  .  .  .  .  any size",
@@ -21,6 +22,7 @@ TEST_F(Listings, FormatsShowsWhatTheLibraryConverts) {
              "BayerBG8             0x0108000B   x  x  x  x  x  x  x  x  x  .  .  an even width and height",
              "Rgb16                0x02300033   .  .  .  .  .  .  .  .  .  .  .  not converted",
              "x  x  x  x  x  x  x  x  x  .  .  every mosaic; the default",
+             "BayerRG12Packed      0x010C002B   .  x  .  .  .  .  .  .  .  x  .  an even width and height",
              "lcaav   2x2, mean chroma of 4x2   x  x  x  x  x  x  .  x  x  .  .  BayerRG8 (mosaics in every phase)",
          })
         EXPECT_NE(list.find(row), std::string::npos) << row << "\nis not in\n" << list;
