@@ -35,8 +35,10 @@ std::string sizeRule(const PixelFormat& pixels, const Processing& processing) {
 }
 
 void printRow(const PixelFormat& pixels, const Processing& processing) {
-    std::printf("  %-20s 0x%08X %s  %s\n", std::string(pixels.name).c_str(), pixels.code,
-                marks(pixels, processing).c_str(), sizeRule(pixels, processing).c_str());
+    char code[11] = "-";
+    if (pixels.code != 0) std::snprintf(code, sizeof code, "0x%08X", pixels.code);
+    std::printf("  %-20s %-10s %s  %s\n", std::string(pixels.name).c_str(), code, marks(pixels, processing).c_str(),
+                sizeRule(pixels, processing).c_str());
 }
 
 void printFormats() {
@@ -45,6 +47,9 @@ void printFormats() {
     for (const Output& output : outputs()) std::printf("%3u", output.code);
     std::puts("  sizes");
     for (const PixelFormat& format : pixelFormats()) printRow(format, {});
+    printRow(cygm8(), {});
+    std::puts("Cygm8 is two fields of complementary colours: first the odd lines, Gr Mg and Mg Gr in turn, then the\n"
+              "even ones, Cy Ye.");
 }
 
 void printRow(const DebayerMode& mode) {

@@ -6,7 +6,7 @@ namespace tool {
 
 void FrameOptions::addTo(CLI::App& command) {
     const std::string samples = "16-bit samples";
-    command.add_option("-f,--format", format, "Pixel format, like BayerRG8 ('orvella formats' lists them)")
+    command.add_option("-f,--format,--from", format, "Pixel format, like BayerRG8 ('orvella formats' lists them)")
         ->required()
         ->option_text("NAME");
     command.add_option("-s,--size", size, "Width and height in pixels, like 2448x2048")->required()->option_text("WxH");

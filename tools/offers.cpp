@@ -65,6 +65,7 @@ std::string sizeRule(const FrameFormat& frame, const Output& output, const Proce
     };
     if (!takes(2, 4) && !takes(4, 2)) return "an even width and height of at least 4";
     if (!takes(2, 4)) return "a width that is a multiple of 4";
+    if (!takes(4, 2)) return "an even width, and a height that is a multiple of 4";
     if (!takes(1, 4) && takes(3, 3)) return "a width and height of at least 2";
     if (!takes(1, 4)) return takes(4, 1) ? "an even width" : "an even width and height";
     return takes(1, 1) ? "any size" : "an even number of pixels";

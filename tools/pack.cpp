@@ -45,6 +45,31 @@ Words channelSamples(const Chart& chart, Samples samples) {
     return words;
 }
 
+// How the cells of a complementary-colour sensor see red, green and blue, so that the library's formula gives the
+// colours back: its inverse, for cells with Cy + Ye = Gr + Mg.
+struct Cell {
+    double red, green, blue;
+};
+constexpr Cell cy{-0.0296, 0.6550, 0.3746}, ye{0.6278, 0.5188, -0.1466};
+constexpr Cell gr{-0.0345, 1.0165, 0.0180}, mg{0.6326, 0.1573, 0.2101};
+
+// Odd lines first, then even ones.
+Words cygmSamples(const Chart& chart) {
+    constexpr Cell lines[4][2] = {{cy, ye}, {gr, mg}, {cy, ye}, {mg, gr}};
+    Words words;
+    for (const std::uint32_t first : {1u, 0u}) {
+        for (std::uint32_t y = first; y < chart.size.height; y += 2) {
+            for (std::uint32_t x = 0; x < chart.size.width; ++x) {
+                const Rgb16& p = chart.at(x, y);
+                const Cell& cell = lines[y % 4][x % 2];
+                const double value = cell.red * p.red + cell.green * p.green + cell.blue * p.blue;
+                words.push_back(static_cast<std::uint16_t>(std::clamp(std::lround(value), 0L, 0xFFFFL)));
+            }
+        }
+    }
+    return words;
+}
+
 // ITU-R BT.601 over the full range, 0 to 255.
 struct Yuv {
     double y = 0, u = 0, v = 0;
@@ -86,6 +111,7 @@ Words samplesOf(const Chart& chart, Samples samples) {
     case Samples::yuv411: return yuvSamples(chart, 4);
     case Samples::yuv422: return yuvSamples(chart, 2);
     case Samples::yuv444: return yuvSamples(chart, 1);
+    case Samples::cygm: return cygmSamples(chart);
     default: return isMosaic(samples) ? mosaicSamples(chart, samples) : channelSamples(chart, samples);
     }
 }
@@ -138,6 +164,8 @@ void requireWholeGroups(const FrameFormat& frame) {
     require(frame.pixels.packing != Packing::packed12 || frame.size.pixels() % 2 == 0, "an even number of pixels");
     require(frame.pixels.samples != Samples::yuv422 || frame.size.width % 2 == 0, "an even width");
     require(frame.pixels.samples != Samples::yuv411 || frame.size.width % 4 == 0, "a width that is a multiple of 4");
+    require(frame.pixels.samples != Samples::cygm || (frame.size.width % 2 == 0 && frame.size.height % 4 == 0),
+            "an even width, and a height that is a multiple of 4");
 }
 
 } // namespace

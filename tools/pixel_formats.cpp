@@ -63,6 +63,7 @@ constexpr PixelFormat formatTable[] = {
     {"YCbCr411_8_CbYYCrYY", OrvPixelFormatYCbCr411_8_CbYYCrYY, yuv411, 8, bytes},
     {"YCbCr422_8_CbYCrY", OrvPixelFormatYCbCr422_8_CbYCrY, yuv422, 8, bytes},
     {"YCbCr8_CbYCr", OrvPixelFormatYCbCr8_CbYCr, yuv444, 8, bytes},
+    {"Cygm8", 0, cygm, 8, bytes}, // the only one without a PFNC code
 };
 
 constexpr Output outputTable[] = {
@@ -89,7 +90,8 @@ std::string_view withoutPrefix(std::string_view name, std::string_view prefix) {
 
 } // namespace
 
-std::span<const PixelFormat> pixelFormats() { return formatTable; }
+std::span<const PixelFormat> pixelFormats() { return std::span(formatTable).first(std::size(formatTable) - 1); }
+const PixelFormat& cygm8() { return formatTable[std::size(formatTable) - 1]; }
 std::span<const Output> outputs() { return std::span(outputTable).first(std::size(outputTable) - planeOutputCount); }
 std::span<const Output> planeOutputs() { return std::span(outputTable).last(planeOutputCount); }
 
@@ -118,8 +120,8 @@ const Output& outputNamed(std::string_view name) {
 }
 
 const PixelFormat* pixelFormatWithCode(OrvPixelFormatType code) {
-    const auto* const found = std::ranges::find(formatTable, code, &PixelFormat::code);
-    return found == std::end(formatTable) ? nullptr : found;
+    const auto found = std::ranges::find(pixelFormats(), code, &PixelFormat::code);
+    return found == pixelFormats().end() ? nullptr : &*found;
 }
 
 } // namespace tool

@@ -11,7 +11,7 @@
 namespace tool {
 
 // What a pixel's samples are, in memory order.
-enum class Samples { grey, rggb, grbg, gbrg, bggr, rgb, bgr, rgba, bgra, yuv411, yuv422, yuv444 };
+enum class Samples { grey, rggb, grbg, gbrg, bggr, rgb, bgr, rgba, bgra, yuv411, yuv422, yuv444, cygm };
 
 enum class Packing {
     bytes,
@@ -36,6 +36,7 @@ struct Output {
 };
 
 std::span<const PixelFormat> pixelFormats(); // 49
+const PixelFormat& cygm8();                  // complementary colours, which have no PFNC code
 std::span<const Output> outputs();           // 11, by their code
 std::span<const Output> planeOutputs();      // 2
 

@@ -12,6 +12,8 @@ void require(OrvErrorType code) {
     if (code != OrvErrorSuccess) throw Refusal(errorText(code) + " (" + std::to_string(code) + ")");
 }
 
+bool isCygm(const FrameFormat& frame) { return frame.pixels.samples == Samples::cygm; }
+
 OrvImage describe(const FrameFormat& frame) {
     OrvImage image{};
     image.Size = sizeof image;
@@ -39,7 +41,7 @@ OrvTransformInfo describe(const Processing& processing) {
     return record;
 }
 
-std::uint64_t byteCount(const OrvImageInfo& info) {
+std::uint64_t byteCountOf(const OrvImageInfo& info) {
     return (std::uint64_t{info.Width} * info.Height * info.PixelInfo.BitsPerPixel + 7) / 8;
 }
 
@@ -64,6 +66,18 @@ bool makesNoPicture(const FrameFormat& frame, const Processing& processing) {
     return processing.matrix ? oddLines : processing.debayer.code == OrvDebayerMode3x3 && tooSmall;
 }
 
+OrvErrorType transformPixels(OrvImage from, OrvImage to, const Processing& processing) {
+    if (processing.matrix) exchangeGreenFirstPatterns(from.ImageInfo.PixelInfo);
+    const OrvTransformInfo record = describe(processing);
+    return OrvImageTransform(&from, &to, &record, 1);
+}
+
+OrvErrorType transformCygm(const Bytes& source, Image& image, const Processing& processing) {
+    if (processing.matrix) return OrvErrorNotImplemented;
+    return OrvIRaw8CYGMImageTransform(image.bytes.data(), source.data(), image.size.width, image.size.height,
+                                      image.output.code, 0);
+}
+
 } // namespace
 
 std::string errorText(OrvErrorType code) {
@@ -72,19 +86,21 @@ std::string errorText(OrvErrorType code) {
     return text;
 }
 
-std::uint64_t byteCount(const FrameFormat& frame) { return byteCount(describe(frame).ImageInfo); }
+std::uint64_t byteCount(const FrameFormat& frame) {
+    return isCygm(frame) ? frame.size.pixels() : byteCountOf(describe(frame).ImageInfo);
+}
 
 OrvErrorType transform(const FrameFormat& frame, Bytes& source, Image& image, const Processing& processing) {
     if (makesNoPicture(frame, processing)) return OrvErrorBadParameter;
-    OrvImage from = describe(frame);
     OrvImage to = describe(image.output, image.size);
-    source.resize(byteCount(frame) + 1);               // the reader of little-endian grey words reads one byte more
-    image.bytes.assign(byteCount(to.ImageInfo), 0xFF); // the library leaves alpha alone
+    source.resize(byteCount(frame) + 1);                 // the reader of little-endian grey words reads one byte more
+    image.bytes.assign(byteCountOf(to.ImageInfo), 0xFF); // the library leaves alpha alone
+    if (isCygm(frame)) return transformCygm(source, image, processing);
+
+    OrvImage from = describe(frame);
     from.Data = source.data();
     to.Data = image.bytes.data();
-    if (processing.matrix) exchangeGreenFirstPatterns(from.ImageInfo.PixelInfo);
-    const OrvTransformInfo record = describe(processing);
-    const OrvErrorType code = OrvImageTransform(&from, &to, &record, 1);
+    const OrvErrorType code = transformPixels(from, to, processing);
     if (code == OrvErrorSuccess && copiesBigEndianWords(from.ImageInfo.PixelInfo, image.output)) {
         for (std::size_t i = 0; i < image.bytes.size(); i += 2) std::swap(image.bytes[i], image.bytes[i + 1]);
     }

@@ -120,5 +120,8 @@ INSTANTIATE_TEST_SUITE_P(Colour, RoundTrip,
                                            Trip{"Argb8", "Mono8", 0}, Trip{"Yuv411", "RGB24", 2},
                                            Trip{"Yuv422", "BGR24", 2}, Trip{"Yuv444", "RGBA32", 2},
                                            Trip{"YCbCr422_8_CbYCrY", "Mono8", 2}));
+// Cells cannot see less than nothing: the most saturated colours fade.
+INSTANTIATE_TEST_SUITE_P(ComplementaryColours, RoundTrip,
+                         ::testing::Values(Trip{"Cygm8", "RGB24", 45}, Trip{"Cygm8", "Mono8", 20}));
 
 } // namespace
