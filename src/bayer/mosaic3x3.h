@@ -68,9 +68,7 @@ template <class W> void mosaic3x3Kernel(u8* d, const u8* s, size_t width, size_t
 }
 
 template <int... outputs> constexpr ByOutput<Mosaic> mosaics3x3() {
-    ByOutput<Mosaic> table;
-    (table.set(outputs, mosaic3x3Kernel<WriterOf<outputs>>), ...);
-    return table;
+    return tableOf<Mosaic, outputs...>([]<int output>() { return mosaic3x3Kernel<WriterOf<output>>; });
 }
 
 } // namespace

@@ -185,9 +185,8 @@ void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned ph
 }
 
 template <class Filter, int... outputs> constexpr ByOutput<FilteredMosaic> filteredMosaics() {
-    ByOutput<FilteredMosaic> table;
-    (table.set(outputs, filteredMosaicKernel<Filter, WriterOf<outputs>>), ...);
-    return table;
+    return tableOf<FilteredMosaic, outputs...>(
+        []<int output>() { return filteredMosaicKernel<Filter, WriterOf<output>>; });
 }
 
 } // namespace

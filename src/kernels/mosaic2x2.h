@@ -54,14 +54,10 @@ void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, uns
 
 // The kernels of one sample reader for a list of outputs.
 template <class S, int... outputs> constexpr ByOutput<Mosaic> mosaics2x2() {
-    ByOutput<Mosaic> table;
-    (table.set(outputs, mosaic2x2Kernel<S, WriterOf<outputs>>), ...);
-    return table;
+    return tableOf<Mosaic, outputs...>([]<int output>() { return mosaic2x2Kernel<S, WriterOf<output>>; });
 }
 template <class S, int... outputs> constexpr ByOutput<ShiftedMosaic> shiftedMosaics2x2() {
-    ByOutput<ShiftedMosaic> table;
-    (table.set(outputs, shiftedMosaic2x2Kernel<S, WriterOf<outputs>>), ...);
-    return table;
+    return tableOf<ShiftedMosaic, outputs...>([]<int output>() { return shiftedMosaic2x2Kernel<S, WriterOf<output>>; });
 }
 
 } // namespace

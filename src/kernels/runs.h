@@ -42,14 +42,10 @@ template <class R, class W> void shiftedRunKernel(u8* d, const u8* s, size_t n, 
 
 // The kernels of one reader for a list of outputs.
 template <class R, int... outputs> constexpr ByOutput<Run> runs() {
-    ByOutput<Run> table;
-    (table.set(outputs, runKernel<R, WriterOf<outputs>>), ...);
-    return table;
+    return tableOf<Run, outputs...>([]<int output>() { return runKernel<R, WriterOf<output>>; });
 }
 template <class R, int... outputs> constexpr ByOutput<ShiftedRun> shiftedRuns() {
-    ByOutput<ShiftedRun> table;
-    (table.set(outputs, shiftedRunKernel<R, WriterOf<outputs>>), ...);
-    return table;
+    return tableOf<ShiftedRun, outputs...>([]<int output>() { return shiftedRunKernel<R, WriterOf<output>>; });
 }
 
 // Bytes as they are; source and destination may overlap or be the same.
@@ -57,9 +53,7 @@ template <int bytesPerPixel> void copyKernel(u8* d, const u8* s, size_t n) {
     if (d != s) std::memmove(d, s, n * bytesPerPixel);
 }
 template <int bytesPerPixel, int... outputs> constexpr ByOutput<Run> copies() {
-    ByOutput<Run> table;
-    (table.set(outputs, copyKernel<bytesPerPixel>), ...);
-    return table;
+    return tableOf<Run, outputs...>([]<int>() { return copyKernel<bytesPerPixel>; });
 }
 
 } // namespace

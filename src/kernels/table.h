@@ -35,4 +35,11 @@ private:
     u32 offered_ = 0; // one bit each: g++ compares no function with null in a constant under -fsanitize=undefined
 };
 
+// The kernels for a list of outputs: kernelFor is a lambda []<int output>() that returns the one for an output.
+template <class Kernel, int... outputs, class KernelFor> constexpr ByOutput<Kernel> tableOf(KernelFor kernelFor) {
+    ByOutput<Kernel> table;
+    (table.set(outputs, kernelFor.template operator()<outputs>()), ...);
+    return table;
+}
+
 } // namespace kel
