@@ -115,14 +115,29 @@ public:
         }
     }
 
-    void addCygm(unsigned code) {
-        addCall(
-            "CYGM8", "", outputs[code].name, 8, outputs[code].bytes,
-            [code](void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
-                return OrvIRaw8CYGMImageTransform(d, s, w, h, code, 0);
-            },
-            2);
-        rows.back().heightStep = 4;
+    using CygmTransform = OrvErrorType (*)(void*, const void*, std::uint32_t width, std::uint32_t height, OrvOutputCode,
+                                           std::uint32_t);
+    void addCygm(const std::string& method, CygmTransform transform, unsigned smallest = 1) {
+        for (const unsigned code : {0U, 1U, 2U, 3U, 4U, 5U, 6U}) {
+            addCall(
+                "CYGM8", method, outputs[code].name, 8, outputs[code].bytes,
+                [transform, code](void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
+                    return transform(d, s, w, h, code, 0);
+                },
+                2);
+            rows.back().heightStep = 4;
+            rows.back().smallest = smallest;
+        }
+    }
+    // An output pixel for each block of 2x2.
+    void addCygmBinned() {
+        addCygm("binned", OrvIRaw8CYGMImageTransform_Bin);
+        for (Conversion& row : rows)
+            if (row.source == "CYGM8" && row.method == "binned") {
+                row.stretch[1] = 2;
+                row.linesToOne = 2;
+                if (row.output == "UYVY") row.widthStep = 4;
+            }
     }
 
     // One row per output, through OrvImageTransform.
@@ -142,7 +157,6 @@ public:
             row.heightStep = source.heightStep;
             row.patterns = source.patterns;
             row.smallest = source.smallest;
-            row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
             const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
             row.beyond = source.name == "Mono16" && colour ? 1 : 0;
             row.inPlace = source.inPlace && 8 * row.destinationBytes <= row.sourceBits;
@@ -193,6 +207,19 @@ template <auto function> OrvErrorType ofPixels(void* d, void* s, std::uint32_t w
 template <auto function>
 OrvErrorType ofMosaic(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t pattern) {
     return function(d, s, w, h, static_cast<std::int32_t>(pattern));
+}
+// With an object of the catalogue's matrix, for outputs of 8 or 16 bits a channel.
+template <int bits> ColorCorrectionHandle correction() {
+    static const ColorCorrectionHandle made = [] {
+        ColorCorrectionHandle handle = nullptr;
+        (bits == 8 ? OrvCreateColorCorrectionMatrix_Int8 : OrvCreateColorCorrectionMatrix_Int16)(colourMatrix, &handle);
+        return handle;
+    }();
+    return made;
+}
+template <auto function, int bits>
+OrvErrorType corrected(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t pattern) {
+    return function(d, s, w, h, static_cast<std::int32_t>(pattern), correction<bits>());
 }
 template <auto function, bool withLuma>
 OrvErrorType ofPlanes(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
@@ -286,7 +313,9 @@ std::vector<Conversion> all() {
     list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bayer12Packed), {1, 9}, "matrix", matrix());
 
-    for (const unsigned code : {0U, 1U, 2U, 3U, 4U, 5U, 6U}) list.addCygm(code);
+    list.addCygm("", OrvIRaw8CYGMImageTransform);
+    list.addCygm("3x3", OrvIRaw8CYGMImageTransform_3x3, 4);
+    list.addCygmBinned();
 
     list.addCall("RGB8", "double precision", "Mono8", 24, 1, ofPixels<OrvRGB8ToY8>);
     list.addCall("RGB8", "planes", "R G B", 24, 3, ofPlanes<OrvRGB8ToRGBYPlanes, false>);
@@ -302,6 +331,12 @@ std::vector<Conversion> all() {
     list.addMosaicCall("Bayer12Packed", "2x2 whole", "BGR48", 12, 6, ofMosaic<OrvRaw12ToBGR16>);
     list.addMosaicCall("Bayer16 big-endian", "2x2 whole", "BGR48", 16, 6, ofMosaic<OrvRaw16ToBGR16>);
     list.addMosaicCall("Bayer16 big-endian", "2x2 whole", "Mono16", 16, 2, ofMosaic<OrvRaw16ToY16>);
+    list.addMosaicCall("Bayer8", "2x2 matrix", "BGR24", 8, 3, corrected<OrvRaw8ToBGR_CC, 8>);
+    list.addMosaicCall("Bayer8", "2x2 matrix", "Mono8", 8, 1, corrected<OrvRaw8ToY8_CC, 8>);
+    list.addMosaicCall("Bayer12Packed", "2x2 matrix", "BGR24", 12, 3, corrected<OrvRaw12ToBGR_CC, 8>);
+    list.addMosaicCall("Bayer12Packed", "2x2 matrix", "BGR48", 12, 6, corrected<OrvRaw12ToBGR16_CC, 16>);
+    list.addMosaicCall("Bayer16 big-endian", "2x2 matrix", "BGR48", 16, 6, corrected<OrvRaw16ToBGR16_CC, 16>);
+    list.addMosaicCall("Bayer16 big-endian", "2x2 matrix", "Mono16", 16, 2, corrected<OrvRaw16ToY16_CC, 16>);
 
     list.addFlips("Mono8", "Mono8", 1, 0);
     list.addFlips("Mono16", "Mono16", 2, 5);
@@ -326,7 +361,7 @@ std::size_t Conversion::sourceSize(std::uint32_t width, std::uint32_t height) co
 }
 
 std::size_t Conversion::destinationSize(std::uint32_t width, std::uint32_t height) const {
-    return std::size_t{destinationWidth(width)} * height * destinationBytes;
+    return std::size_t{destinationWidth(width)} * (height / linesToOne) * destinationBytes;
 }
 
 std::uint32_t Conversion::destinationWidth(std::uint32_t width) const { return width * stretch[0] / stretch[1]; }

@@ -25,11 +25,11 @@ struct Conversion {
     unsigned smallest = 1;         // width and height
     unsigned patterns = 1;         // mosaics: 4, called with Bayer patterns 0 to 3
     unsigned beyond = 0;           // bytes behind the source that are read as well
-    bool keepsFourthByte = false;  // of each destination pixel
     bool overwritesSource = false; // uses the source as scratch
     bool inPlace = false;          // destination and source may be the same
     bool onlyInPlace = false;      // they must be
     unsigned stretch[2] = {1, 1};  // lines become stretch[0] / stretch[1] times as long
+    unsigned linesToOne = 1;       // of the source, for each of the destination
 
     // 0 on success. `pattern` counts for mosaics only.
     std::function<OrvErrorType(void* destination, void* source, std::uint32_t width, std::uint32_t height,

@@ -651,6 +651,25 @@ ORV_API OrvErrorType OrvCreateColorCorrectionMatrix_Int16(const float* matrix, C
  * -7: always, also when the object was found. */
 ORV_API OrvErrorType OrvDestroyColorCorrection(ColorCorrectionHandle handle);
 
+/* The one-call converters of mosaics, with a colour-correction object; a null handle is the plain conversion. The
+ * matrix is applied to every pixel after the 2x2 demosaic. 8-bit outputs take the bits 10 to 25 of each sum as a signed
+ * word and clamp it to 0..255; 16-bit outputs clamp sum >> 10 to 0..65535. Luma is weighed after the correction.
+ * Buffers as of the functions without _CC.
+ * -7: what these refuse; an object that was made by OrvCreateColorCorrectionMatrix_Int16 for an 8-bit output (BGR, Y8),
+ * or by ..._Int8 for a 16-bit one (BGR16, Y16). */
+ORV_API OrvErrorType OrvRaw8ToBGR_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                     int32_t pattern, ColorCorrectionHandle handle);
+ORV_API OrvErrorType OrvRaw8ToY8_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                    int32_t pattern, ColorCorrectionHandle handle);
+ORV_API OrvErrorType OrvRaw12ToBGR_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                      int32_t pattern, ColorCorrectionHandle handle);
+ORV_API OrvErrorType OrvRaw12ToBGR16_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                        int32_t pattern, ColorCorrectionHandle handle);
+ORV_API OrvErrorType OrvRaw16ToBGR16_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                        int32_t pattern, ColorCorrectionHandle handle);
+ORV_API OrvErrorType OrvRaw16ToY16_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                      int32_t pattern, ColorCorrectionHandle handle);
+
 /* ---- Complementary-colour mosaics ---------------------------------------------------------------------------- */
 
 /* 8-bit mosaic of cyan, yellow, green and magenta cells to outputs 0 to 6. Two fields follow each other: first lines 1,
@@ -661,6 +680,28 @@ ORV_API OrvErrorType OrvDestroyColorCorrection(ColorCorrectionHandle handle);
  * -7: a buffer is null, width is 0 or odd, height is 0 or no multiple of 4. -17: output above 6. */
 ORV_API OrvErrorType OrvIRaw8CYGMImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
                                                 OrvOutputCode output, uint32_t);
+
+/* OrvIRaw8CYGMImageTransform with output 1 (3 n bytes) and 0 (n bytes).
+ * -7: a buffer is null, width is 0 or odd, height is 0 or no multiple of 4. */
+ORV_API OrvErrorType OrvIRaw8CYGMToBGR(void* destination, const void* source, uint32_t width, uint32_t height);
+ORV_API OrvErrorType OrvIRaw8CYGMToMono(void* destination, const void* source, uint32_t width, uint32_t height);
+
+/* Binning: one pixel for each 2x2 block of columns 2c, 2c + 1 and lines 2r, 2r + 1. The image is width / 2 wide and
+ * height / 2 high. ToBGR: with output 1.
+ *   destination n / 4 pixels, source n bytes
+ * -7: a buffer is null, width is 0 or odd, height is 0 or no multiple of 4; output 6 and width is no multiple of 4.
+ * -17: output above 6. */
+ORV_API OrvErrorType OrvIRaw8CYGMImageTransform_Bin(void* destination, const void* source, uint32_t width,
+                                                    uint32_t height, OrvOutputCode output, uint32_t);
+ORV_API OrvErrorType OrvIRaw8CYGMToBGR_Bin(void* destination, const void* source, uint32_t width, uint32_t height);
+
+/* 3x3: every inner pixel is made from the four 2x2 blocks that touch it; the border repeats its neighbours, columns
+ * first (rows with their fourth bytes). ToBGR: with output 1.
+ *   destination n pixels, source n bytes
+ * -7: a buffer is null, width is 2, width is 0 or odd, height is 0 or no multiple of 4. -17: output above 6. */
+ORV_API OrvErrorType OrvIRaw8CYGMImageTransform_3x3(void* destination, const void* source, uint32_t width,
+                                                    uint32_t height, OrvOutputCode output, uint32_t);
+ORV_API OrvErrorType OrvIRaw8CYGMToBGR_3x3(void* destination, const void* source, uint32_t width, uint32_t height);
 
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 

@@ -25,12 +25,7 @@ void correctedShiftedMosaic(u8* d, const u8* s, size_t width, size_t height, uns
 }
 
 template <class R> constexpr ByOutput<CorrectedRun> correctedRuns() {
-    ByOutput<CorrectedRun> table;
-    table.set(1, correctedRun<R, WriterOf<1>>);
-    table.set(2, correctedRun<R, WriterOf<2>>);
-    table.set(3, correctedRun<R, WriterOf<3>>);
-    table.set(4, correctedRun<R, WriterOf<4>>);
-    return table;
+    return tableOf<CorrectedRun, 1, 2, 3, 4>([]<int output>() { return correctedRun<R, WriterOf<output>>; });
 }
 
 // Both lumas of a corrected mosaic are BT.601.
@@ -72,6 +67,7 @@ constexpr CorrectionKernels correctionKernels{
     .raw8 = correctedRaw8(),
     .raw12 = correctedRaw12(),
     .raw16Shifted = {correctedRaw16<Endian::little>(), correctedRaw16<Endian::big>()},
+    .raw12ToBgr24 = correctedMosaic<ByteRule, Top12, WriterOf<1>>,
 };
 
 } // namespace KEL_LEVEL

@@ -19,6 +19,8 @@ struct CorrectionKernels {
     ByOutput<CorrectedMosaic> raw8;
     ByOutput<CorrectedMosaic> raw12;                  // 12Packed
     ByOutput<CorrectedShiftedMosaic> raw16Shifted[2]; // by Endianness
+
+    CorrectedMosaic raw12ToBgr24; // of the one-call converter: top bytes, 8-bit rule
 };
 
 KEL_KERNEL_TABLE(CorrectionKernels, correctionKernels)

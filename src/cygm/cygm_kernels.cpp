@@ -15,6 +15,8 @@ struct Fields {
     INLINE const u8* line(size_t l) const { return s + (l % 2 ? l / 2 : (height + l) / 2) * width; }
 };
 
+// ---- Every pixel from its block
+
 template <class W> void cygmKernel(u8* d, const u8* s, size_t width, size_t height) {
     const Fields fields{s, width, height};
     const size_t pitch = width * W::bytes;
@@ -23,10 +25,120 @@ template <class W> void cygmKernel(u8* d, const u8* s, size_t width, size_t heig
     std::memcpy(d, d - pitch, pitch);
 }
 
-template <int... outputs> constexpr ByOutput<CygmMosaic> cygmKernelsFor() {
-    ByOutput<CygmMosaic> table;
-    (table.set(outputs, cygmKernel<WriterOf<outputs>>), ...);
-    return table;
+// ---- Binning: one pixel for each block of columns 2c, 2c + 1 and lines 2r, 2r + 1
+
+// Words of N pixels, clamped to bytes.
+INLINE Bytes clampHalves(Ints a, Ints b) {
+    const auto clamped = [](Ints v) {
+        v = v > 0 ? v : Ints{};
+        return v < 255 ? v : Ints{} + 255;
+    };
+    return unzip<0>(as<Bytes>(clamped(a)), as<Bytes>(clamped(b)));
+}
+
+// N pixels from 2 N samples of each line.
+INLINE Rgb binnedBlock(const u8* upper, const u8* lower, const CygmFactors& factors) {
+    const Halves u = loadHalves(upper), l = loadHalves(lower);
+    const CygmTerms a = blockTerms<-1, 1>(as<Bytes>(u.a), as<Bytes>(l.a));
+    const CygmTerms b = blockTerms<-1, 1>(as<Bytes>(u.b), as<Bytes>(l.b));
+    return {clampHalves(factors.red(a), factors.red(b)), clampHalves(factors.green(a), factors.green(b)),
+            clampHalves(factors.blue(a), factors.blue(b))};
+}
+
+template <class W> void binnedKernel(u8* d, const u8* s, size_t width, size_t height) {
+    const Fields fields{s, width, height};
+    const size_t pixels = width / 2;
+    for (size_t y = 0; y < height; y += 2, d += pixels * W::bytes) {
+        const u8 *upper = fields.line(y), *lower = fields.line(y + 1);
+        const CygmFactors factors(y);
+        const PackedRow<W> row{d, W()};
+        size_t x = 0;
+        for (; x + N <= pixels; x += N) row.put(x, binnedBlock(upper + 2 * x, lower + 2 * x, factors));
+        if (x == pixels) continue;
+        alignas(N) u8 lastUpper[2 * N] = {}, lastLower[2 * N] = {};
+        std::memcpy(lastUpper, upper + 2 * x, width - 2 * x);
+        std::memcpy(lastLower, lower + 2 * x, width - 2 * x);
+        row.putPart(x, binnedBlock(lastUpper, lastLower, factors), pixels - x);
+    }
+}
+
+// ---- 3x3: the four blocks that touch a pixel, as one block of twice the size
+//
+//     a b c      Of one line, the two blocks to the left and to the right of b hold a + 2 b + c, and their differences
+//     d e f      o - e add up to a + c - 2 b where b is in an even column and to 2 b - a - c where it is in an odd one.
+//     g h i      The upper two blocks have another phase than the lower two.
+
+struct LineTerms {
+    Words sum;
+    Ints difference;
+};
+// odd: of the pixels in odd columns, which are the odd ones here.
+template <int odd> INLINE LineTerms lineTerms(Bytes left, Bytes here, Bytes right) {
+    const auto half = [](Bytes v) { return odd ? widen(v).odd : widen(v).even; };
+    const Words outer = half(left) + half(right), twice = half(here) << 1;
+    return {outer + twice, odd ? as<Ints>(twice - outer) : as<Ints>(outer - twice)};
+}
+
+// trunc(v / 16)
+INLINE Ints sixteenth(Ints v) { return (v + as<Ints>(as<Words>(v >> 15) >> 12)) >> 4; }
+
+// P and Q of a pair of lines from C = lower + upper and D = lower - upper: see the table above CygmFactors.
+struct ColourTerms {
+    Ints q, p;
+};
+INLINE ColourTerms colourTerms(size_t upperLine, Ints upper, Ints lower) {
+    const Ints c = lower + upper, d = lower - upper;
+    switch (upperLine % 4) {
+    case 0: return {c, d};
+    case 1: return {c, -d};
+    case 2: return {-d, -c};
+    default: return {d, -c};
+    }
+}
+
+// Of N / 2 pixels of line y, from the lines y - 1, y and y + 1. They are weighed with the factors of phase 0, where C
+// is Q and D is P.
+INLINE CygmTerms terms3x3(size_t y, const LineTerms& up, const LineTerms& here, const LineTerms& down) {
+    const ColourTerms upper = colourTerms(y - 1, up.difference, here.difference);
+    const ColourTerms lower = colourTerms(y, here.difference, down.difference);
+    return {(up.sum + 2 * here.sum + down.sum) >> 4,
+            pairUp(as<Words>(sixteenth(upper.q + lower.q)), as<Words>(sixteenth(upper.p + lower.p)))};
+}
+
+// Three lines of N + 2 samples, from the one left of the block's first pixel on.
+using Window = u8[3][N + 2];
+
+template <int odd> INLINE CygmTerms windowTerms(size_t y, const Window& w) {
+    LineTerms lines[3];
+    for (int k = 0; k < 3; ++k) lines[k] = lineTerms<odd>(load(w[k]), load(w[k] + 1), load(w[k] + 2));
+    return terms3x3(y, lines[0], lines[1], lines[2]);
+}
+
+template <class W> void row3x3(u8* d, const Fields& fields, size_t y) {
+    const CygmFactors factors(0);
+    const PackedRow<W> row{d, W()};
+    for (size_t x = 0; x < fields.width; x += N) {
+        const size_t n = fields.width - x < N ? fields.width - x : N;
+        const size_t first = x > 0 ? x - 1 : 0, end = x + n < fields.width ? x + n + 1 : fields.width;
+        Window window = {};
+        for (size_t k = 0; k < 3; ++k)
+            std::memcpy(window[k] + (first + 1 - x), fields.line(y - 1 + k) + first, end - first);
+
+        const CygmTerms even = windowTerms<0>(y, window), odd = windowTerms<1>(y, window);
+        Rgb pixels{clamp(factors.red(even), factors.red(odd)), clamp(factors.green(even), factors.green(odd)),
+                   clamp(factors.blue(even), factors.blue(odd))};
+        if (x + n == fields.width) repeat(pixels, n - 1);
+        if (x == 0) pixels.r[0] = pixels.r[1], pixels.g[0] = pixels.g[1], pixels.b[0] = pixels.b[1];
+        row.putPart(x, pixels, n);
+    }
+}
+
+template <class W> void cygm3x3Kernel(u8* d, const u8* s, size_t width, size_t height) {
+    const Fields fields{s, width, height};
+    const size_t pitch = width * W::bytes;
+    for (size_t y = 1; y + 1 < height; ++y) row3x3<W>(d + y * pitch, fields, y);
+    std::memcpy(d, d + pitch, pitch);
+    std::memcpy(d + (height - 1) * pitch, d + (height - 2) * pitch, pitch);
 }
 
 } // namespace
@@ -35,7 +147,9 @@ namespace KEL_LEVEL {
 
 extern const CygmKernels cygmKernels;
 constexpr CygmKernels cygmKernels{
-    .cygm8 = cygmKernelsFor<0, 1, 2, 3, 4, 5, 6>(),
+    .cygm8 = tableOf<CygmMosaic, 0, 1, 2, 3, 4, 5, 6>([]<int output>() { return cygmKernel<WriterOf<output>>; }),
+    .binned = tableOf<CygmMosaic, 0, 1, 2, 3, 4, 5, 6>([]<int output>() { return binnedKernel<WriterOf<output>>; }),
+    .by3x3 = tableOf<CygmMosaic, 0, 1, 2, 3, 4, 5, 6>([]<int output>() { return cygm3x3Kernel<WriterOf<output>>; }),
 };
 
 } // namespace KEL_LEVEL

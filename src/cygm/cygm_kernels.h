@@ -9,6 +9,8 @@ using CygmMosaic = void (*)(u8* destination, const u8* source, size_t width, siz
 
 struct CygmKernels {
     ByOutput<CygmMosaic> cygm8;
+    ByOutput<CygmMosaic> binned; // half as wide and half as high
+    ByOutput<CygmMosaic> by3x3;
 };
 
 KEL_KERNEL_TABLE(CygmKernels, cygmKernels)

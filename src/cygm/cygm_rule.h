@@ -32,26 +32,28 @@ namespace {
 // trunc(v / 4)
 INLINE Ints quarter(Ints v) { return (v + as<Ints>(as<Words>(v) >> 14)) >> 2; }
 
-class CygmRule {
+// The luma and the differences (C, D) of N / 2 blocks, or of what is like them.
+struct CygmTerms {
+    Words y;
+    WordPairs differences;
+};
+
+// What (C, D) make of a block whose upper line is `upperLine`.
+class CygmFactors {
 public:
-    INLINE explicit CygmRule(size_t upperLine)
+    INLINE explicit CygmFactors(size_t upperLine)
         : r_(factors(upperLine, {2165, 344})), g_(factors(upperLine, {-917, -1078})),
           b_(factors(upperLine, {-959, 4645})) {}
 
-    INLINE Rgb operator()(const Blocks<Bytes>& s) const {
-        const Terms even = terms<-1, 1>(s.a, s.c), odd = terms<1, -1>(s.b, s.d);
-        return {channel(even, odd, r_), channel(even, odd, g_), channel(even, odd, b_)};
-    }
+    // Before they are clamped to 0..255.
+    INLINE Ints red(const CygmTerms& t) const { return channel(t, r_); }
+    INLINE Ints green(const CygmTerms& t) const { return channel(t, g_); }
+    INLINE Ints blue(const CygmTerms& t) const { return channel(t, b_); }
 
 private:
-    struct Terms {
-        Words y;
-        WordPairs colour; // C, D
-    };
     struct QAndP {
         int q, p;
     };
-
     // A channel's factors for (C, D).
     static INLINE Words factors(size_t upperLine, QAndP k) {
         switch (upperLine % 4) {
@@ -61,21 +63,34 @@ private:
         default: return fillPairs(-k.p, k.q);
         }
     }
-
-    // Of N / 2 blocks, from byte pairs of both lines; the signs of the left and the right byte make o - e.
-    template <int left, int right> static INLINE Terms terms(Bytes upper, Bytes lower) {
-        const Words sum = fill(0x0101), difference = fill((left & 255) | (right & 255) << 8);
-        const Words u = pairSums(upper, difference), l = pairSums(lower, difference);
-        return {(pairSums(upper, sum) + pairSums(lower, sum)) >> 2,
-                pairUp(as<Words>(quarter(as<Ints>(u + l))), as<Words>(quarter(as<Ints>(l - u))))};
-    }
-
-    static INLINE Bytes channel(const Terms& even, const Terms& odd, Words factors) {
-        return clamp(as<Ints>(even.y + wordsOf<10>(pairSums(even.colour, factors))),
-                     as<Ints>(odd.y + wordsOf<10>(pairSums(odd.colour, factors))));
+    static INLINE Ints channel(const CygmTerms& t, Words factors) {
+        return as<Ints>(t.y + wordsOf<10>(pairSums(t.differences, factors)));
     }
 
     Words r_, g_, b_;
+};
+
+// Of N / 2 blocks, from byte pairs of both lines; the signs of the left and the right byte make o - e.
+template <int left, int right> INLINE CygmTerms blockTerms(Bytes upper, Bytes lower) {
+    const Words sum = fill(0x0101), difference = fill((left & 255) | (right & 255) << 8);
+    const Words u = pairSums(upper, difference), l = pairSums(lower, difference);
+    return {(pairSums(upper, sum) + pairSums(lower, sum)) >> 2,
+            pairUp(as<Words>(quarter(as<Ints>(u + l))), as<Words>(quarter(as<Ints>(l - u))))};
+}
+
+// A pixel for every column.
+class CygmRule {
+public:
+    INLINE explicit CygmRule(size_t upperLine) : factors_(upperLine) {}
+
+    INLINE Rgb operator()(const Blocks<Bytes>& s) const {
+        const CygmTerms even = blockTerms<-1, 1>(s.a, s.c), odd = blockTerms<1, -1>(s.b, s.d);
+        return {clamp(factors_.red(even), factors_.red(odd)), clamp(factors_.green(even), factors_.green(odd)),
+                clamp(factors_.blue(even), factors_.blue(odd))};
+    }
+
+private:
+    CygmFactors factors_;
 };
 
 } // namespace

@@ -183,6 +183,34 @@ TEST_F(Identities, OneCallConvertersOfMosaics) {
                 [=, transform = transform](void* d, void* s) { return transform(d, s, pattern); });
 }
 
+// 12Packed samples, spread to 16 bits first.
+TEST_F(Identities, UnpackedMosaics) {
+    for (const i32 pattern : {0, 1, 2, 3})
+        expectSame(
+            "12Packed", [=](void* d, void* s) { return mosaic<OrvRaw12ToBGR16>(d, s, pattern); },
+            [=](void* d, void* s) { return mosaic<OrvRaw16ToBGR16>(d, s, pattern); },
+            [](Bytes& packed) {
+                const Bytes source = packed;
+                EXPECT_EQ(OrvPacked12BitTo16Bit(packed.data(), source.data(), width, height), OrvErrorSuccess);
+            });
+}
+
+// ---- Complementary colours
+
+template <auto function> OrvErrorType cygm(void* d, void* s) { return function(d, s, width, height / 4 * 4); }
+
+TEST_F(Identities, OneCallConvertersOfCygm) {
+    const auto with = [](auto transform, u32 output) -> Call {
+        return [=](void* d, void* s) { return transform(d, s, width, height / 4 * 4, output, 0); };
+    };
+    expectSame("BGR", cygm<OrvIRaw8CYGMToBGR>, with(OrvIRaw8CYGMImageTransform, OrvOutputBgr24));
+    expectSame("Mono", cygm<OrvIRaw8CYGMToMono>, with(OrvIRaw8CYGMImageTransform, OrvOutputMono8));
+    expectSame("BGR binned", cygm<OrvIRaw8CYGMToBGR_Bin>, with(OrvIRaw8CYGMImageTransform_Bin, OrvOutputBgr24));
+    expectSame("BGR 3x3", cygm<OrvIRaw8CYGMToBGR_3x3>, with(OrvIRaw8CYGMImageTransform_3x3, OrvOutputBgr24));
+}
+
+// ---- Planes
+
 template <auto withLuma, auto withoutLuma> void expectSamePlanes(Bytes& a, Bytes& b, Bytes& source) {
     const auto plane = [](Bytes& planes, std::size_t k) { return planes.data() + k * n; };
     EXPECT_EQ(withLuma(plane(a, 0), plane(a, 1), plane(a, 2), nullptr, source.data(), width, height), OrvErrorSuccess);

@@ -54,10 +54,13 @@ void rgbFamily(const Job& job, std::size_t bytes, std::size_t r, std::size_t b, 
     }
 }
 
-// This path counts the patterns 1 and 2 the other way round.
-template <class Sample> void mosaic(Job job, const Sample& sample, int bits, const float* matrix, Rule rule) {
-    constexpr unsigned patterns[] = {0, 2, 1, 3};
-    job.pattern = patterns[job.pattern];
+// How the pattern of a call is meant. OrvImageTransform with a matrix exchanges 1 and 2.
+enum class Patterns { asNamed, exchanged };
+
+template <class Sample>
+void mosaic(Patterns patterns, Job job, const Sample& sample, int bits, const float* matrix, Rule rule) {
+    constexpr unsigned exchanged[] = {0, 2, 1, 3};
+    if (patterns == Patterns::exchanged) job.pattern = exchanged[job.pattern];
     job.output = rec601(job.output);
     for (std::size_t y = 0; y < job.height; ++y)
         for (std::size_t x = 0; x < job.width; ++x) {
@@ -67,6 +70,31 @@ template <class Sample> void mosaic(Job job, const Sample& sample, int bits, con
         }
 }
 
+void mosaic8(Patterns patterns, const Job& job, const float* matrix) {
+    const auto sample = [&](std::size_t x, std::size_t y) { return int{job.source[y * job.width + x]}; };
+    mosaic(patterns, job, sample, 8, matrix, byteRule);
+}
+
+// Top bytes make BGR24, by `rule`.
+void mosaic12Packed(Patterns patterns, const Job& job, const float* matrix, Rule rule) {
+    const auto whole = [&](std::size_t x, std::size_t y) {
+        return sample12Packed(job.source + y * (job.width * 12 / 8), x);
+    };
+    const auto top = [&](std::size_t x, std::size_t y) { return whole(x, y) >> 8; };
+    if (job.output == Output::bgr24)
+        mosaic(patterns, job, top, 8, matrix, rule);
+    else
+        mosaic(patterns, job, whole, 16, matrix, wordRule);
+}
+
+template <int bitsUsed, bool isBigEndian> void mosaic16(Patterns patterns, const Job& job, const float* matrix) {
+    const auto sample = [&](std::size_t x, std::size_t y) {
+        const Byte* at = job.source + 2 * (y * job.width + x);
+        return (isBigEndian ? bigEndian(at) : littleEndian(at)) << (16 - bitsUsed) & 0xFFFF;
+    };
+    mosaic(patterns, job, sample, 16, matrix, wordRule);
+}
+
 } // namespace
 
 void rgb8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 3, 0, 2, matrix); }
@@ -74,31 +102,27 @@ void bgr8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 3, 2, 0
 void rgba8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 4, 0, 2, matrix); }
 void bgra8Corrected(const Job& job, const float* matrix) { rgbFamily(job, 4, 2, 0, matrix); }
 
-void bayer8Corrected(const Job& job, const float* matrix) {
-    const auto sample = [&](std::size_t x, std::size_t y) { return int{job.source[y * job.width + x]}; };
-    mosaic(job, sample, 8, matrix, byteRule);
-}
+void bayer8Corrected(const Job& job, const float* matrix) { mosaic8(Patterns::exchanged, job, matrix); }
 
 template <int bitsUsed, bool isBigEndian> void bayer16Corrected(const Job& job, const float* matrix) {
-    const auto sample = [&](std::size_t x, std::size_t y) {
-        const Byte* at = job.source + 2 * (y * job.width + x);
-        return (isBigEndian ? bigEndian(at) : littleEndian(at)) << (16 - bitsUsed) & 0xFFFF;
-    };
-    mosaic(job, sample, 16, matrix, wordRule);
+    mosaic16<bitsUsed, isBigEndian>(Patterns::exchanged, job, matrix);
 }
 template void bayer16Corrected<12, false>(const Job&, const float*);
 template void bayer16Corrected<16, false>(const Job&, const float*);
 template void bayer16Corrected<16, true>(const Job&, const float*);
 
 void bayer12PackedCorrected(const Job& job, const float* matrix) {
-    const auto whole = [&](std::size_t x, std::size_t y) {
-        return sample12Packed(job.source + y * (job.width * 12 / 8), x);
-    };
-    const auto top = [&](std::size_t x, std::size_t y) { return whole(x, y) >> 8; };
-    if (job.output == Output::bgr24)
-        mosaic(job, top, 8, matrix, wrappingRule);
-    else
-        mosaic(job, whole, 16, matrix, wordRule);
+    mosaic12Packed(Patterns::exchanged, job, matrix, wrappingRule);
+}
+
+void bayer8CorrectedByObject(const Job& job, const float* matrix) { mosaic8(Patterns::asNamed, job, matrix); }
+
+void bayer12PackedCorrectedByObject(const Job& job, const float* matrix) {
+    mosaic12Packed(Patterns::asNamed, job, matrix, byteRule);
+}
+
+void bayer16CorrectedByObject(const Job& job, const float* matrix) {
+    mosaic16<16, true>(Patterns::asNamed, job, matrix);
 }
 
 } // namespace reference

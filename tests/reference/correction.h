@@ -18,6 +18,11 @@ void bayer8Corrected(const Job& job, const float* matrix);
 template <int bitsUsed, bool isBigEndian> void bayer16Corrected(const Job& job, const float* matrix);
 void bayer12PackedCorrected(const Job& job, const float* matrix);
 
+// By the one-call converters.
+void bayer8CorrectedByObject(const Job& job, const float* matrix);
+void bayer12PackedCorrectedByObject(const Job& job, const float* matrix);
+void bayer16CorrectedByObject(const Job& job, const float* matrix); // big-endian
+
 template <auto convert> void withColourMatrix(const Job& job) { convert(job, catalogue::colourMatrix); }
 
 } // namespace reference

@@ -56,8 +56,11 @@ void turn(const Job& job);
 void weave(const Job& job);
 void stretchNearest(const Job& job); // by 3 / 2
 void stretchLinear(const Job& job);
+
 // Complementary colours
 void cygm8(const Job& job);
+void cygm8By3x3(const Job& job);
+void cygm8Binned(const Job& job);
 
 // Sample i of a row of packed samples, MSB-aligned in 16 bits.
 int sample12Packed(const Byte* row, std::size_t i);

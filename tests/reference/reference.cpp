@@ -73,6 +73,8 @@ constexpr Entry entries[] = {
     {"Bayer12Packed", "matrix", withColourMatrix<bayer12PackedCorrected>},
 
     {"CYGM8", "", cygm8},
+    {"CYGM8", "3x3", cygm8By3x3},
+    {"CYGM8", "binned", cygm8Binned},
 
     {"RGB8", "double precision", rgb8ByDoublePrecision},
     {"RGB8", "planes", rgb8Planes},
@@ -82,6 +84,9 @@ constexpr Entry entries[] = {
     {"Bayer8", "2x2 grey", bayer8Grey},
     {"Bayer12Packed", "2x2 whole", bayer12PackedWhole},
     {"Bayer16 big-endian", "2x2 whole", bayer16Whole},
+    {"Bayer8", "2x2 matrix", withColourMatrix<bayer8CorrectedByObject>},
+    {"Bayer12Packed", "2x2 matrix", withColourMatrix<bayer12PackedCorrectedByObject>},
+    {"Bayer16 big-endian", "2x2 matrix", withColourMatrix<bayer16CorrectedByObject>},
 
     {"Mono8", "flip horizontal", flipHorizontal},
     {"Mono8", "flip vertical", flipVertical},
