@@ -34,6 +34,19 @@ ORV_API uint32_t ZEB_Y12ImageTransform(void* destination, const void* source, ui
 ORV_API uint32_t ZEB_Y10pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
 ORV_API uint32_t ZEB_Y12pImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
 
+ORV_API uint32_t ZEB_Y16ToY8(void* destination, const void* source, uint32_t n);
+/* n = 0 succeeds and writes nothing. */
+ORV_API uint32_t ZEB_Y16ToY8_MMX(void* destination, const void* source, uint32_t n);
+ORV_API uint32_t ZEB_Y16ToY8Ex(void* destination, const void* source, uint32_t n, uint32_t swap, uint32_t lsbAligned,
+                               uint32_t bits);
+ORV_API uint32_t ZEB_Y16ToBGR(void* destination, const void* source, uint32_t n);
+ORV_API uint32_t ZEB_Y16ToBGREx(void* destination, const void* source, uint32_t n, uint32_t swap, uint32_t lsbAligned,
+                                uint32_t bits);
+ORV_API uint32_t ZEB_Y8ToBGR(void* destination, const void* source, uint32_t n);
+/* 0x88000004: width is odd; checked first, as in the other face. */
+ORV_API uint32_t ZEB_Packed12BitTo16Bit(void* destination, const void* source, int32_t width, uint32_t height);
+ORV_API uint32_t ZEB_Packed12BitTo8Bit(void* destination, const void* source, int32_t width, int32_t height);
+
 /* ---- RGB and YUV sources ------------------------------------------------------------------------------------- */
 
 ORV_API uint32_t ZEB_RGB8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
@@ -110,6 +123,55 @@ ORV_API uint32_t ZEB_Raw16ToBGR16(void* destination, const void* source, uint32_
 ORV_API uint32_t ZEB_Raw16ToY16(void* destination, const void* source, uint32_t width, uint32_t height,
                                 int32_t pattern);
 
+/* ---- Complementary-colour mosaics ---------------------------------------------------------------------------- */
+
+ORV_API uint32_t ZEB_IRaw8CYGMImageTransform(void* destination, const void* source, uint32_t width, uint32_t height,
+                                             OrvOutputCode output, uint32_t);
+ORV_API uint32_t ZEB_IRaw8CYGMImageTransform_Bin(void* destination, const void* source, uint32_t width, uint32_t height,
+                                                 OrvOutputCode output, uint32_t);
+ORV_API uint32_t ZEB_IRaw8CYGMImageTransform_3x3(void* destination, const void* source, uint32_t width, uint32_t height,
+                                                 OrvOutputCode output, uint32_t);
+ORV_API uint32_t ZEB_IRaw8CYGMToBGR(void* destination, const void* source, uint32_t width, uint32_t height);
+ORV_API uint32_t ZEB_IRaw8CYGMToBGR_Bin(void* destination, const void* source, uint32_t width, uint32_t height);
+ORV_API uint32_t ZEB_IRaw8CYGMToBGR_3x3(void* destination, const void* source, uint32_t width, uint32_t height);
+ORV_API uint32_t ZEB_IRaw8CYGMToMono(void* destination, const void* source, uint32_t width, uint32_t height);
+
+/* ---- Colour-correction objects ------------------------------------------------------------------------------- */
+
+ORV_API uint32_t ZEB_CreateColorCorrectionMatrix_Int8(const float* matrix, ColorCorrectionHandle* handle);
+ORV_API uint32_t ZEB_CreateColorCorrectionMatrix_Int16(const float* matrix, ColorCorrectionHandle* handle);
+/* 0x88000002: always, also when the object was found. */
+ORV_API uint32_t ZEB_DestroyColorCorrection(ColorCorrectionHandle handle);
+ORV_API uint32_t ZEB_Raw8ToBGR_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                  int32_t pattern, ColorCorrectionHandle handle);
+ORV_API uint32_t ZEB_Raw8ToY8_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                 int32_t pattern, ColorCorrectionHandle handle);
+ORV_API uint32_t ZEB_Raw12ToBGR_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                   int32_t pattern, ColorCorrectionHandle handle);
+ORV_API uint32_t ZEB_Raw12ToBGR16_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                     int32_t pattern, ColorCorrectionHandle handle);
+ORV_API uint32_t ZEB_Raw16ToBGR16_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                     int32_t pattern, ColorCorrectionHandle handle);
+ORV_API uint32_t ZEB_Raw16ToY16_CC(void* destination, const void* source, uint32_t width, uint32_t height,
+                                   int32_t pattern, ColorCorrectionHandle handle);
+
+/* ---- Geometry ------------------------------------------------------------------------------------------------ */
+
+ORV_API uint32_t ZEB_Flip(void* image, uint32_t width, uint32_t height, int32_t mode, uint32_t coding);
+ORV_API uint32_t ZEB_FlipVertical(void* image, uint32_t lineLength, uint32_t height);
+/* 1 on success, as in the other face. */
+ORV_API uint32_t ZEB_ResampleScanlinesEx(void* destination, const void* source, int32_t destinationLength,
+                                         int32_t destinationPitch, int32_t sourceLength, int32_t sourcePitch,
+                                         int32_t lines, uint32_t bytesPerPixel, uint32_t mode, float a, float b);
+ORV_API uint32_t ZEB_ResampleScanlines(void* destination, const void* source, int32_t destinationLength,
+                                       int32_t sourceLength, int32_t lines, uint32_t bytesPerPixel, uint32_t mode,
+                                       float a, float b);
+ORV_API uint32_t ZEB_GetResampledScanlineLength(uint32_t* result, int32_t sourceLength, float a, float b);
+ORV_API uint32_t ZEB_InterlacedToProgressive(void* destination, const void* source, uint32_t lineLength,
+                                             uint32_t lines);
+ORV_API uint32_t ZEB_GetSIS(void* destination, const void* image, uint32_t width, uint32_t height, uint32_t formatIndex,
+                            int32_t line, int32_t kind);
+
 /* ---- Texts, version, platform -------------------------------------------------------------------------------- */
 
 /* The English text of a result word, taken as an unsigned 32-bit value in 64 bits: a sign-extended word is not found.
@@ -131,6 +193,9 @@ ORV_API uint32_t ZEB_GetBitsPerPixel(uint32_t index, uint32_t* bits);
 
 #ifdef __cplusplus
 } /* extern "C" */
+
+/* C++ linkage. A variant with several threads, which is not available: 0x88000014, whatever the arguments. */
+ORV_API uint32_t ZEB_Y16ToY8_MT(void* destination, const void* source, uint32_t n);
 #endif
 
 #endif

@@ -34,3 +34,9 @@ else
     grep '^[-+][^-+]' "$directory/difference"
     exit 1
 fi
+
+# Both faces are complete: a name more or less is a decision, not an accident.
+for face in Orv:98 ZEB_:84; do
+    found=$(grep -c " ${face%:*}" "$directory/exported")
+    [ "$found" = "${face#*:}" ] || { echo "$found names begin with ${face%:*}, not ${face#*:}"; exit 1; }
+done

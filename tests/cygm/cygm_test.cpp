@@ -1,9 +1,9 @@
 // Complementary-colour mosaics: refusals, and small frames with answers worked out by hand.
 #include <gtest/gtest.h>
 
-#include <vector>
+#include <utility>
 
-#include "orvella/orv.h"
+#include "orvella/zeb.h"
 #include "support/fill.h"
 #include "support/levels.h"
 
@@ -35,14 +35,40 @@ TEST(Cygm, RefusesAndWritesNothing) {
     }
 }
 
+// What binning and 3x3 refuse besides, and in which order.
+TEST(Cygm, VariantsRefuseAndWriteNothing) {
+    Bytes to(256, 0x7F), from(64);
+    struct {
+        u32 width, height, output;
+        std::uint32_t binned, by3x3; // words of the legacy face
+    } const calls[] = {
+        {0, 3, 9, 0x88000004, 0x88000004}, {3, 3, 9, 0x88000004, 0x88000004},  {4, 0, 9, 0x88000005, 0x88000005},
+        {4, 6, 9, 0x88000005, 0x88000005}, {4, 4, 7, 0x88000012, 0x88000012},  {4, 4, 99, 0x88000012, 0x88000012},
+        {2, 3, 9, 0x88000005, 0x88000004}, {2, 4, 99, 0x88000012, 0x88000004}, {2, 4, 6, 0x88000004, 0x88000004},
+    };
+    for (const auto& [width, height, output, binned, by3x3] : calls) {
+        SCOPED_TRACE(::testing::Message() << width << 'x' << height << " output " << output);
+        EXPECT_EQ(ZEB_IRaw8CYGMImageTransform_Bin(to.data(), from.data(), width, height, output, 0), binned);
+        EXPECT_EQ(ZEB_IRaw8CYGMImageTransform_3x3(to.data(), from.data(), width, height, output, 0), by3x3);
+    }
+    EXPECT_EQ(ZEB_IRaw8CYGMImageTransform_3x3(nullptr, from.data(), 2, 4, 0, 0), 0x88000002);
+    EXPECT_EQ(ZEB_IRaw8CYGMImageTransform_3x3(to.data(), nullptr, 2, 4, 0, 0), 0x88000003);
+    EXPECT_EQ(OrvIRaw8CYGMImageTransform_3x3(to.data(), from.data(), 2, 4, 0, 0), OrvErrorBadParameter);
+    EXPECT_EQ(OrvIRaw8CYGMImageTransform_Bin(to.data(), from.data(), 6, 4, 6, 0), OrvErrorBadParameter);
+    EXPECT_EQ(to, Bytes(256, 0x7F));
+}
+
 TEST(Cygm, FlatIsGrey) {
-    for (const std::uint8_t value : Bytes{0, 1, 127, 254, 255})
-        for (const u32 output : {0U, 1U, 3U, 5U}) {
-            const std::size_t bytes = output == 1 || output == 3 ? 3 : 1;
-            Bytes destination(16 * bytes, 0x7F);
-            EXPECT_EQ(convert(destination, Bytes(16, value), 4, 4, output), OrvErrorSuccess);
-            EXPECT_EQ(destination, Bytes(16 * bytes, value)) << "output " << output;
-        }
+    constexpr std::pair<decltype(&OrvIRaw8CYGMImageTransform), std::size_t> transforms[] = {
+        {OrvIRaw8CYGMImageTransform, 32}, {OrvIRaw8CYGMImageTransform_3x3, 32}, {OrvIRaw8CYGMImageTransform_Bin, 8}};
+    for (const auto& [transform, pixels] : transforms)
+        for (const std::uint8_t value : Bytes{0, 1, 127, 254, 255})
+            for (const u32 output : {0U, 1U, 3U, 5U}) {
+                const std::size_t bytes = pixels * (output == 1 || output == 3 ? 3 : 1);
+                Bytes destination(bytes, 0x7F);
+                EXPECT_EQ(transform(destination.data(), Bytes(32, value).data(), 8, 4, output, 0), OrvErrorSuccess);
+                EXPECT_EQ(destination, Bytes(bytes, value)) << "output " << output;
+            }
 }
 
 // Lines 0 to 3 of a frame of width 2; the buffer begins with lines 1 and 3.
