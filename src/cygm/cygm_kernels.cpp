@@ -105,32 +105,39 @@ INLINE CygmTerms terms3x3(size_t y, const LineTerms& up, const LineTerms& here, 
             pairUp(as<Words>(sixteenth(upper.q + lower.q)), as<Words>(sixteenth(upper.p + lower.p)))};
 }
 
-// Three lines of N + 2 samples, from the one left of the block's first pixel on.
-using Window = u8[3][N + 2];
+// N pixels; left: the samples left of the first one, in the lines y - 1, y and y + 1.
+template <int odd> INLINE CygmTerms neighbourhood(size_t y, const u8* const (&left)[3]) {
+    const auto line = [&](int k) { return lineTerms<odd>(load(left[k]), load(left[k] + 1), load(left[k] + 2)); };
+    return terms3x3(y, line(0), line(1), line(2));
+}
+INLINE Rgb block3x3(size_t y, const u8* const (&left)[3], const CygmFactors& factors) {
+    const CygmTerms even = neighbourhood<0>(y, left), odd = neighbourhood<1>(y, left);
+    return {clamp(factors.red(even), factors.red(odd)), clamp(factors.green(even), factors.green(odd)),
+            clamp(factors.blue(even), factors.blue(odd))};
+}
 
-template <int odd> INLINE CygmTerms windowTerms(size_t y, const Window& w) {
-    LineTerms lines[3];
-    for (int k = 0; k < 3; ++k) lines[k] = lineTerms<odd>(load(w[k]), load(w[k] + 1), load(w[k] + 2));
-    return terms3x3(y, lines[0], lines[1], lines[2]);
+// The first or the last n <= N pixels of a row, from samples that are copied to where a block can read them all.
+INLINE Rgb endBlock3x3(const Fields& fields, size_t x, size_t n, size_t y, const CygmFactors& factors) {
+    u8 window[3][N + 2] = {};
+    const size_t first = x > 0 ? x - 1 : 0, end = x + n < fields.width ? x + n + 1 : fields.width;
+    for (size_t k = 0; k < 3; ++k)
+        std::memcpy(window[k] + (first + 1 - x), fields.line(y - 1 + k) + first, end - first);
+    Rgb pixels = block3x3(y, {window[0], window[1], window[2]}, factors);
+    if (x + n == fields.width) repeat(pixels, n - 1);
+    if (x == 0) pixels.r[0] = pixels.r[1], pixels.g[0] = pixels.g[1], pixels.b[0] = pixels.b[1];
+    return pixels;
 }
 
 template <class W> void row3x3(u8* d, const Fields& fields, size_t y) {
     const CygmFactors factors(0);
     const PackedRow<W> row{d, W()};
-    for (size_t x = 0; x < fields.width; x += N) {
-        const size_t n = fields.width - x < N ? fields.width - x : N;
-        const size_t first = x > 0 ? x - 1 : 0, end = x + n < fields.width ? x + n + 1 : fields.width;
-        Window window = {};
-        for (size_t k = 0; k < 3; ++k)
-            std::memcpy(window[k] + (first + 1 - x), fields.line(y - 1 + k) + first, end - first);
+    const size_t width = fields.width, head = width < N ? width : N;
+    row.putPart(0, endBlock3x3(fields, 0, head, y, factors), head);
 
-        const CygmTerms even = windowTerms<0>(y, window), odd = windowTerms<1>(y, window);
-        Rgb pixels{clamp(factors.red(even), factors.red(odd)), clamp(factors.green(even), factors.green(odd)),
-                   clamp(factors.blue(even), factors.blue(odd))};
-        if (x + n == fields.width) repeat(pixels, n - 1);
-        if (x == 0) pixels.r[0] = pixels.r[1], pixels.g[0] = pixels.g[1], pixels.b[0] = pixels.b[1];
-        row.putPart(x, pixels, n);
-    }
+    const u8 *up = fields.line(y - 1), *here = fields.line(y), *down = fields.line(y + 1);
+    size_t x = head;
+    for (; x + N < width; x += N) row.put(x, block3x3(y, {up + x - 1, here + x - 1, down + x - 1}, factors));
+    if (x < width) row.putPart(x, endBlock3x3(fields, x, width - x, y, factors), width - x);
 }
 
 template <class W> void cygm3x3Kernel(u8* d, const u8* s, size_t width, size_t height) {
