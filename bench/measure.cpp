@@ -43,12 +43,14 @@ std::vector<double> measure(const std::vector<Contestant>& contestants, Effort e
         }
 
     std::vector<double> result;
-    for (std::vector<double>& samples : times) {
-        const auto quartile = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 4);
-        std::nth_element(samples.begin(), quartile, samples.end());
-        result.push_back(*quartile);
-    }
+    for (const std::vector<double>& samples : times) result.push_back(lowQuantile(samples));
     return result;
+}
+
+double lowQuantile(std::vector<double> samples) {
+    const auto quartile = samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 4);
+    std::ranges::nth_element(samples, quartile);
+    return *quartile;
 }
 
 } // namespace bench

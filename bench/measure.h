@@ -17,7 +17,10 @@ struct Effort {
 };
 
 // Seconds of CPU time per call of each contestant. They take turns, in rotating order, each for about secondsPerTurn;
-// the result is the lower quartile of the rounds, which is steadier on a shared machine than the median.
+// the result is the low quantile of the rounds.
 std::vector<double> measure(const std::vector<Contestant>& contestants, Effort effort);
+
+// The lower quartile, which is steadier on a shared machine than the median.
+double lowQuantile(std::vector<double> samples);
 
 } // namespace bench

@@ -127,6 +127,7 @@ public:
                 2);
             rows.back().heightStep = 4;
             rows.back().smallest = smallest;
+            rows.back().keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
         }
     }
     // An output pixel for each block of 2x2.
@@ -157,6 +158,7 @@ public:
             row.heightStep = source.heightStep;
             row.patterns = source.patterns;
             row.smallest = source.smallest;
+            row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
             const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
             row.beyond = source.name == "Mono16" && colour ? 1 : 0;
             row.inPlace = source.inPlace && 8 * row.destinationBytes <= row.sourceBits;
@@ -370,5 +372,7 @@ const std::vector<Conversion>& conversions() {
     static const std::vector<Conversion> list = all();
     return list;
 }
+
+const char* nameOf(OrvOutputCode output) { return outputs.at(output).name; }
 
 } // namespace catalogue

@@ -25,6 +25,7 @@ struct Conversion {
     unsigned smallest = 1;         // width and height
     unsigned patterns = 1;         // mosaics: 4, called with Bayer patterns 0 to 3
     unsigned beyond = 0;           // bytes behind the source that are read as well
+    bool keepsFourthByte = false;  // of each destination pixel
     bool overwritesSource = false; // uses the source as scratch
     bool inPlace = false;          // destination and source may be the same
     bool onlyInPlace = false;      // they must be
@@ -43,5 +44,7 @@ struct Conversion {
 };
 
 const std::vector<Conversion>& conversions();
+
+const char* nameOf(OrvOutputCode); // as in Conversion::output
 
 } // namespace catalogue

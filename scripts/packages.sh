@@ -1,13 +1,20 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the project uses, if any is missing. This is the one list of them.
 #
-#     scripts/packages.sh [build|test]     build: the library, its converter; test: what the tests need as well
+#     scripts/packages.sh [build|test|bench]     build: the library, its converter; test: what the tests need as well;
+#                                                bench: the libraries to compare with, and what bench/report.sh uses
 set -euo pipefail
 
 build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
 test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils)
+bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-dev python3-matplotlib
+    linux-perf binutils llvm-19)
 
-if [ "${1:-build}" = test ]; then wanted=("${test[@]}"); else wanted=("${build[@]}"); fi
+case ${1:-build} in
+test) wanted=("${test[@]}") ;;
+bench) wanted=("${bench[@]}") ;;
+*) wanted=("${build[@]}") ;;
+esac
 
 missing=()
 for package in "${wanted[@]}"; do
