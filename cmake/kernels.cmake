@@ -8,7 +8,7 @@ set_property(CACHE ORVELLA_SIMD_LEVEL PROPERTY STRINGS ${ORVELLA_LEVELS})
 set(ORVELLA_FLAGS_baseline "")
 set(ORVELLA_FLAGS_sse4 -mssse3 -msse4.1)
 set(ORVELLA_FLAGS_avx2 -mavx2)
-set(ORVELLA_FLAGS_avx512 -mavx512bw -mavx512vl -mavx512vbmi)
+set(ORVELLA_FLAGS_avx512 -mavx512bw -mavx512vl -mavx512vbmi -mavx512vnni)
 
 list(FIND ORVELLA_LEVELS "${ORVELLA_SIMD_LEVEL}" ORVELLA_TOP_LEVEL)
 if(ORVELLA_TOP_LEVEL EQUAL -1)

@@ -1,6 +1,7 @@
 // Compiled once per instruction-set level.
 #include "color/color_kernels.h"
 
+#include "color/packed_luma.h"
 #include "color/plane_kernels.h"
 #include "color/rgb_readers.h"
 #include "color/yuv_readers.h"
@@ -27,10 +28,12 @@ namespace KEL_LEVEL {
 
 extern const ColorKernels colorKernels;
 constexpr ColorKernels colorKernels{
-    .rgb8 = runs<Rgb24Reader<Order::rgb>, 0, 1, 2, 4, 5>() | copies<3, 3>(),
-    .bgr8 = runs<Rgb24Reader<Order::bgr>, 0, 2, 3, 4, 5>() | copies<3, 1>(),
-    .rgba8 = runs<Rgb32Reader<Order::rgb>, 0, 1, 3, 5>() | swaps32<2>() | copies<4, 4>(),
-    .bgra8 = runs<Rgb32Reader<Order::bgr>, 0, 1, 3, 5>() | swaps32<4>() | copies<4, 2>(),
+    .rgb8 = packedLumas<Pixels24Reader, Order::rgb>() | runs<Rgb24Reader<Order::rgb>, 1, 2, 4>() | copies<3, 3>(),
+    .bgr8 = packedLumas<Pixels24Reader, Order::bgr>() | runs<Rgb24Reader<Order::bgr>, 2, 3, 4>() | copies<3, 1>(),
+    .rgba8 = packedLumas<Pixels32Reader, Order::rgb>() | runs<Rgb32Reader<Order::rgb>, 1, 3>() | swaps32<2>() |
+             copies<4, 4>(),
+    .bgra8 = packedLumas<Pixels32Reader, Order::bgr>() | runs<Rgb32Reader<Order::bgr>, 1, 3>() | swaps32<4>() |
+             copies<4, 2>(),
     .yuv411 = runs<YuvReader<Yuv411Layout>, 0, 1, 2, 3, 4, 5>(),
     .yuv422 = runs<YuvReader<Yuv422Layout>, 0, 1, 2, 3, 4, 5>(),
     .yuv444 = runs<YuvReader<Yuv444Layout>, 0, 1, 2, 3, 4, 5>(),

@@ -16,7 +16,8 @@ bool machineHas(Level level) {
     switch (level) {
     case Level::avx512:
         return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-               __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi");
+               __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi") &&
+               __builtin_cpu_supports("avx512vnni");
     case Level::avx2: return __builtin_cpu_supports("avx2");
     case Level::sse4: return __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("sse4.1");
     case Level::baseline: break;

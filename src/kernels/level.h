@@ -8,7 +8,7 @@ enum class Level : int {
     baseline, // SSE2, which every x86-64 has
     sse4,     // SSSE3, SSE4.1
     avx2,
-    avx512 // F, BW, VL, VBMI: Ice Lake, Zen 4 and later
+    avx512 // F, BW, VL, VBMI, VNNI: Ice Lake, Zen 4 and later
 };
 constexpr Level levels[] = {Level::baseline, Level::sse4, Level::avx2, Level::avx512};
 
