@@ -6,20 +6,19 @@
 namespace kel {
 namespace {
 
-struct Raw8Samples : Reader<8> {
-    static constexpr int group = 2;
-    template <int from> static INLINE Bytes samples(const u8* s) { return load(s + from); }
-};
+using Raw8Samples = PlaneSamples<Bytes>;
 
 // The first byte of each word: the top eight bits of a big-endian sample.
 struct Raw16FirstByte : Reader<16> {
     static constexpr int group = 2;
+    static constexpr bool unpackOnce = false;
     template <int from> static INLINE Bytes samples(const u8* s) { return bytesOfWords<0>(s + 2 * from); }
 };
 
 // Words shifted to the top.
 template <Endian endian> struct Raw16Samples : Reader<16> {
     static constexpr int group = 2;
+    static constexpr bool unpackOnce = false;
     int shift;
     INLINE explicit Raw16Samples(int by) : shift(by) {}
     template <int from> INLINE Halves samples(const u8* s) const { return loadShifted<endian>(s + 2 * from, shift); }
@@ -27,6 +26,7 @@ template <Endian endian> struct Raw16Samples : Reader<16> {
 
 // The top eight of the used bits.
 template <Endian endian> struct Raw16TopBits : Raw16Samples<endian> {
+    static constexpr bool unpackOnce = true;
     using Raw16Samples<endian>::Raw16Samples;
     template <int from> INLINE Bytes samples(const u8* s) const {
         return highBytes(Raw16Samples<endian>::template samples<from>(s));

@@ -4,8 +4,9 @@
 //     a   b       the first row      every pixel is made from the block whose left column is its own;
 //     c   d       the second row     the last pixel repeats the one before
 //
-// A sample reader S says how many bits a sample has and after how many samples its bit position repeats (`group`), and
-// turns memory into N samples: samples<0>(p), or samples<1>(p) one sample further right. A plane of samples is Bytes or
+// A sample reader S says how many bits a sample has, after how many samples its bit position repeats (`group`), and
+// whether it pays to unpack each row once (`unpackOnce`), and turns memory into N samples: samples<0>(p), or
+// samples<1>(p) one sample further right. A plane of samples is Bytes or
 // Halves. A rule makes N pixels from the samples of N blocks, the first of which is in an even column. A sink takes the
 // pixels from column x on: put() N of them, putPart() n.
 #pragma once
@@ -48,6 +49,20 @@ INLINE void repeat(Halves& v, size_t i) {
 }
 template <class Colours> INLINE void repeat(Colours& p, size_t i) { repeat(p.r, i), repeat(p.g, i), repeat(p.b, i); }
 
+// ---- Samples that lie in memory as planes do
+
+template <class Plane> struct PlaneSamples;
+template <> struct PlaneSamples<Bytes> : Reader<8> {
+    static constexpr int group = 2;
+    static constexpr bool unpackOnce = false;
+    template <int from> static INLINE Bytes samples(const u8* s) { return load(s + from); }
+};
+template <> struct PlaneSamples<Halves> : Reader<16> {
+    static constexpr int group = 2;
+    static constexpr bool unpackOnce = false;
+    template <int from> static INLINE Halves samples(const u8* s) { return loadHalves(s + 2 * from); }
+};
+
 // ---- The walk
 
 // The samples of N blocks.
@@ -80,15 +95,22 @@ __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S re
     sink.putPart(x, lastBlocks2x2({first, second}, n, read, rule), n);
 }
 
+// The first `count` blocks of N pixels, which are followed by another sample.
 template <class S, class Sink, class Rule>
-INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
-    size_t x = 0;
-    for (; x + N < width; x += N) {
+INLINE void startOfRow2x2(RowPair row, size_t count, const S& read, const Sink& sink, const Rule& rule) {
+    for (size_t x = 0; x < count * N; x += N) {
         const RowPair from = row.from<S>(x);
         sink.put(
             x, rule(Blocks<PlaneOf<S>>{read.template samples<0>(from.first), read.template samples<1>(from.first),
                                        read.template samples<0>(from.second), read.template samples<1>(from.second)}));
     }
+}
+
+template <class S, class Sink, class Rule>
+INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
+    const size_t blocks = (width - 1) / N;
+    startOfRow2x2(row, blocks, read, sink, rule);
+    size_t x = blocks * N;
     if (width >= N && (width - N) % S::group == 0) { // step back, to end with the row
         sink.put(width - N, lastBlocks2x2(row.from<S>(width - N), N, read, rule));
     } else {

@@ -28,19 +28,93 @@ template <class Plane> struct Demosaic2x2 {
     }
 };
 
-// Source rows y and y + 1, `pitch` bytes long each; the red one first.
-INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
-    const u8 *top = s + y * pitch, *bottom = top + pitch;
+// Rows y and y + 1, the red one first.
+INLINE RowPair redFirst(const u8* top, const u8* bottom, size_t y, unsigned phase) {
     return (phase / 2 + y) % 2 ? RowPair{bottom, top} : RowPair{top, bottom};
+}
+// The same of a source with rows of `pitch` bytes.
+INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
+    return redFirst(s + y * pitch, s + (y + 1) * pitch, y, phase);
+}
+
+// Every sample is wanted four times: by two rows, at x and at x + 1. Where it costs more than a load to get it, the rows
+// of a strip of the image are unpacked once, to two lines on the stack.
+template <class S> struct Unpacker : Reader<S::bits> {
+    S read;
+    INLINE explicit Unpacker(const S& r) : read(r) {}
+    INLINE PlaneOf<S> get(const u8* s) const { return read.template samples<0>(s); }
+};
+struct LineWriter {
+    static constexpr bool keeps = false;
+};
+struct ByteLine : LineWriter {
+    static constexpr int bytes = 1;
+    static INLINE void put(u8* d, Bytes v) { store(d, v); }
+};
+struct WordLine : LineWriter {
+    static constexpr int bytes = 2;
+    static INLINE void put(u8* d, Halves v) { storeHalves(d, v); }
+};
+INLINE ByteLine lineWriter(PlaneSamples<Bytes>) { return {}; }
+INLINE WordLine lineWriter(PlaneSamples<Halves>) { return {}; }
+
+template <class S> INLINE void unpack(u8* line, const u8* s, size_t n, const S& read) {
+    using Line = PlaneSamples<PlaneOf<S>>;
+    const auto write = lineWriter(Line());
+    const Unpacker<S> unpacker(read);
+    if (n > N && n % N > 0 && n % S::group == 0) { // step back, to end with the row
+        write.put(line + (n - N) * Line::bits / 8, unpacker.get(s + (n - N) * S::bits / 8));
+        n -= n % N;
+    }
+    run(line, s, n, unpacker, write);
+}
+
+// Columns x to x + n - 1 of the image; the last strip ends with it, the others are followed by more.
+struct MosaicStrip {
+    static constexpr size_t capacity = 4096;
+    size_t x, n;
+    bool last;
+
+    INLINE MosaicStrip(size_t start, size_t width) : x(start) {
+        last = width - x <= capacity + 1; // a column of its own could not be made
+        n = last ? width - x : capacity;
+    }
+    INLINE size_t samples() const { return last ? n : n + 1; }
+};
+
+template <class S, class W, class Rule>
+INLINE void strip2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const MosaicStrip& strip,
+                     const S& read, const W& write, const Rule& demosaic) {
+    using Line = PlaneSamples<PlaneOf<S>>;
+    alignas(N) u8 lines[2][bytesFor(MosaicStrip::capacity + N, Line::bits)];
+    const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
+    s += strip.x * S::bits / 8, d += strip.x * W::bytes;
+    unpack(lines[0], s, strip.samples(), read);
+    for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
+        unpack(lines[(y + 1) % 2], s + (y + 1) * sourcePitch, strip.samples(), read);
+        const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
+        if (strip.last)
+            row2x2(rows, strip.n, Line(), PackedRow<W>{d, write}, demosaic);
+        else
+            startOfRow2x2(rows, strip.n / N, Line(), PackedRow<W>{d, write}, demosaic);
+    }
 }
 
 template <class S, class W>
 INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const S& read, const W& write) {
     const Demosaic2x2<PlaneOf<S>> demosaic(phase);
     const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
-    for (size_t y = 0; y + 1 < height; ++y, d += pitch)
-        row2x2(rowPair(s, sourcePitch, y, phase), width, read, PackedRow<W>{d, write}, demosaic);
-    std::memcpy(d, d - pitch, pitch);
+    if constexpr (S::unpackOnce) {
+        for (size_t x = 0; x < width;) {
+            const MosaicStrip strip(x, width);
+            strip2x2(d, s, width, height, phase, strip, read, write, demosaic);
+            x += strip.n;
+        }
+    } else {
+        for (size_t y = 0; y + 1 < height; ++y)
+            row2x2(rowPair(s, sourcePitch, y, phase), width, read, PackedRow<W>{d + y * pitch, write}, demosaic);
+    }
+    std::memcpy(d + (height - 1) * pitch, d + (height - 2) * pitch, pitch);
 }
 
 template <class S, class W> void mosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase) {

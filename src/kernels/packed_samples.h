@@ -29,6 +29,7 @@ struct Bits12 {
 
 template <class Format> struct Packed : Reader<Format::bits> {
     static constexpr int group = Format::group;
+    static constexpr bool unpackOnce = true;
 
     template <int from = 0> static INLINE Halves samples(const u8* s) {
         return {half<from, from>(s), half<from, from + L / 2>(s)};
@@ -56,6 +57,7 @@ constexpr int topByteOf(int i) { return i / 2 * 3 + i % 2 * 2; }
 
 struct Top12 : Reader<12> {
     static constexpr int group = 2;
+    static constexpr bool unpackOnce = true;
 
     template <int from = 0> static INLINE Bytes samples(const u8* s) {
         constexpr int start = topByteOf(L - 1 + from) + 1 - L; // of a second load, that ends with the last sample
@@ -70,6 +72,7 @@ struct Top12 : Reader<12> {
 
 struct Whole12 : Reader<12> {
     static constexpr int group = 2;
+    static constexpr bool unpackOnce = true;
 
     template <int from = 0> static INLINE Halves samples(const u8* s) {
         return {half<from, from>(s), half<from, from + L / 2>(s)};

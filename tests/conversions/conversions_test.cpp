@@ -155,7 +155,7 @@ private:
     const reference::Conversion reference_ = reference::find(conversion().source, conversion().method);
     const reference::Output output_ = reference::outputNamed(conversion().output);
     support::Random random_{support::seed()};
-    support::GuardedMemory sourceMemory_{32768}, memory_{32768};
+    support::GuardedMemory sourceMemory_{1 << 17}, memory_{1 << 17};
     std::optional<support::LevelLimit> limit_;
 };
 
@@ -167,6 +167,16 @@ TEST_P(Conversions, OfEverySize) {
         for (std::uint8_t& byte : given.prefill) byte ^= 0xFF;
         check(given, {Place::atEnd});
     });
+}
+
+// Wide mosaics are made in strips.
+TEST_P(Conversions, OfWideMosaics) {
+    if (conversion().patterns == 1) return;
+    for (const std::uint32_t width : {4096, 4097, 4098, 4099, 4100, 8194}) {
+        if (width % conversion().widthStep != 0) continue;
+        check(input({width, 2}, 1, Contents::noise), {Place::atStart});
+        check(input({width, 2}, 2, Contents::noise), {Place::atEnd});
+    }
 }
 
 class ConversionsInPlace : public Conversions {};
