@@ -100,6 +100,8 @@ template <class S, class Sink, class Rule>
 INLINE void startOfRow2x2(RowPair row, size_t count, const S& read, const Sink& sink, const Rule& rule) {
     for (size_t x = 0; x < count * N; x += N) {
         const RowPair from = row.from<S>(x);
+        prefetch<N * S::bits / 8, false>(from.first);
+        prefetch<N * S::bits / 8, false>(from.second);
         sink.put(
             x, rule(Blocks<PlaneOf<S>>{read.template samples<0>(from.first), read.template samples<1>(from.first),
                                        read.template samples<0>(from.second), read.template samples<1>(from.second)}));
@@ -124,7 +126,10 @@ template <class W> struct PackedRow {
     u8* d;
     W write;
 
-    template <class Block> INLINE void put(size_t x, const Block& block) const { write.put(d + x * W::bytes, block); }
+    template <class Block> INLINE void put(size_t x, const Block& block) const {
+        prefetch<N * W::bytes, true>(d + x * W::bytes);
+        write.put(d + x * W::bytes, block);
+    }
     template <class Block> INLINE void putPart(size_t x, const Block& block, size_t n) const {
         kel::putPart(write, d + x * W::bytes, block, n);
     }

@@ -30,8 +30,11 @@ __attribute__((noinline)) void lastPixels(u8* d, const u8* s, size_t n, const R&
 
 // Forward, and each block is read before it is written: works in place where a pixel does not grow.
 template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const R& read, const W& write) {
-    for (size_t blocks = n / N; blocks > 0; --blocks, s += N * R::bits / 8, d += N * W::bytes)
+    for (size_t blocks = n / N; blocks > 0; --blocks, s += N * R::bits / 8, d += N * W::bytes) {
+        prefetch<N * R::bits / 8, false>(s);
+        prefetch<N * W::bytes, true>(d);
         write.put(d, read.get(s));
+    }
     if (n % N > 0) lastPixels(d, s, n % N, read, write);
 }
 
