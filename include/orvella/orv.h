@@ -247,7 +247,7 @@ ORV_API OrvErrorType OrvHasBayerPattern(uint8_t* has, OrvPixelFormatType format)
 ORV_API OrvErrorType OrvIsColor(uint8_t* is, OrvPixelFormatType format);
 
 /* Storage bits of a small format index, a numbering of its own (not PFNC), that of OrvGetSIS.
- * -7: bits is null; unknown index. */
+ * -7: unknown index; bits is null. */
 ORV_API OrvErrorType OrvGetBitsPerPixel(uint32_t index, uint32_t* bits);
 
 /* Fills image->ImageInfo for a camera pixel format; Stride = width, Alignment = 1, Endianness = 0. Data is left alone.

@@ -35,6 +35,10 @@ else
     exit 1
 fi
 
+# Each name carries a version, so that programs say which library they were linked with.
+unversioned=$("$nm" -D --defined-only "$library" | awk '$2 != "A" && $3 !~ /@@ORVELLA_[0-9.]+$/ { print $3 }')
+[ -z "$unversioned" ] || { echo "without a symbol version: $unversioned"; exit 1; }
+
 # Both faces are complete: a name more or less is a decision, not an accident.
 for face in Orv:98 ZEB_:84; do
     found=$(grep -c " ${face%:*}" "$directory/exported")
