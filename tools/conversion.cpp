@@ -7,8 +7,8 @@ namespace tool {
 Refusal refusal(const FrameFormat& frame, const Output& output, const Processing& processing, OrvErrorType code) {
     const std::string options = text(processing);
     return Refusal("cannot convert " + text(frame) + " to " + std::string(output.names[0]) +
-                   (options.empty() ? "" : " with " + options) + ": " + errorText(code) + " (" + std::to_string(code) +
-                   "); " + advice(frame, output, processing));
+                   (options.empty() ? "" : " with " + options) + ": " + advice(frame, output, processing) + " (" +
+                   std::to_string(code) + ")");
 }
 
 Image convert(const FrameFormat& frame, Bytes source, const Output& output, const Processing& processing) {

@@ -70,6 +70,8 @@ Recipe recipeOf(const ConvertOptions& options) {
     const Output output =
         options.output.empty() ? suitableOutput(frame, type, processing) : outputNamed(options.output);
     requireHolds(type, output);
+    if (options.deinterlace && frame.pixels.samples == Samples::cygm)
+        throw UsageError("--deinterlace is not for Cygm8, whose two fields are taken apart as they are");
     const Flip flip = options.flip.empty() ? Flip::none : flipNamed(options.flip);
     requireFlips(flip, output);
     return {frame, options.deinterlace, processing, output, flip, type};
@@ -156,6 +158,9 @@ constexpr auto examples =
     "  orvella convert -f BayerRG8 -s 640x480 *.raw --output-directory pictures --type png\n"
     "      Every frame of a directory.";
 
+// An empty value may come from a script's variable that is not set.
+std::string requireValue(const std::string& value) { return value.empty() ? "is empty" : ""; }
+
 } // namespace
 
 void addConvertCommand(CLI::App& program) {
@@ -166,28 +171,34 @@ void addConvertCommand(CLI::App& program) {
     command.footer(examples);
     options->frame.addTo(command);
     command.add_option("-t,--to", options->output, "Output, like RGB24 or Mono8 ('orvella formats' lists them)")
+        ->check(requireValue)
         ->option_text("NAME");
     command
         .add_option("--debayer", options->debayer,
                     "How a mosaic becomes colour: 2x2 (default), 3x3, lcaa, lcaav, yuv422")
+        ->check(requireValue)
         ->option_text("MODE");
     command
         .add_option("--matrix", options->matrix,
                     "Colour correction: nine numbers, R' G' B' from R G B, or identity, swap-red-blue, grey")
+        ->check(requireValue)
         ->option_text("M0,...,M8");
     command
         .add_option("--flip", options->flip,
                     "Mirror the picture: h left to right, v upside down, 180 both, which turns it")
+        ->check(requireValue)
         ->option_text("HOW");
     command.add_flag("--deinterlace", options->deinterlace,
                      "The frame is two fields, first its odd lines, then its even ones: weave them");
     CLI::Option* const type =
         command
             .add_option("--type", options->type, "File type, if the name of the output does not say it by its ending")
+            ->check(requireValue)
             ->option_text("TYPE");
     command.add_flag("--raw", options->raw, "Write plain bytes, like --type raw")->excludes(type);
     command
         .add_option("--output-directory", options->directory, "Where any number of inputs go; made if it is missing")
+        ->check(requireValue)
         ->option_text("DIRECTORY");
     command.add_option("FILES", options->files, "Raw frames and the picture; - is standard input or output")
         ->required();

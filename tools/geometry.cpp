@@ -27,7 +27,7 @@ std::optional<std::uint32_t> colourCoding(const Output& output) {
 
 void require(OrvErrorType code, const std::string& what, const std::string& needs) {
     if (code == OrvErrorSuccess) return;
-    throw Refusal("cannot " + what + ": " + errorText(code) + " (" + std::to_string(code) + "); it needs " + needs);
+    throw Refusal("cannot " + what + ": it needs " + needs + " (" + std::to_string(code) + ")");
 }
 
 } // namespace

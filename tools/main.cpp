@@ -1,10 +1,14 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <new>
+#include <string>
+#include <vector>
 
 #include "commands.h"
 #include "errors.h"
 #include "help.h"
+#include "names.h"
 #include "orvella/version.h"
 
 namespace {
@@ -14,6 +18,16 @@ constexpr int failure = 1, usage = 2;
 int complain(const char* message, int code) {
     std::fprintf(stderr, "orvella: %s\n", message);
     return code;
+}
+
+// The parser would only say that a command is missing.
+void requireCommand(const CLI::App& program, const std::string& first) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : program.get_subcommands({})) names.push_back(command->get_name());
+    if (first.empty() || first.starts_with('-') || std::ranges::count(names, first) > 0) return;
+    const std::vector<std::string_view> known(names.begin(), names.end());
+    throw tool::UsageError("unknown command '" + first + "'; " + tool::suggestion(first, known) +
+                           "'orvella --help' lists them");
 }
 
 } // namespace
@@ -35,6 +49,7 @@ int main(int argc, char** argv) {
                        "\n"
                        "'orvella COMMAND --help' explains a command and shows examples.\n"
                        "Exit code: 0 done, 1 failed, 2 the command line makes no sense.");
+        requireCommand(program, argc > 1 ? argv[1] : "");
         try {
             program.parse(argc, argv);
         } catch (const CLI::ParseError& result) {

@@ -76,7 +76,7 @@ TEST_F(Errors, Refusals) {
     expectEach({
         {"convert -f BayerRG8 -s 12x3 12x3.raw out.png", 1, {"(-7)", "an even width and height"}},
         {"convert -f Mono12p -s 3x3 3x3p.raw out.png", 1, {"(-7)", "even number of pixels"}},
-        {"convert -f Mono8 -s 12x3 -t RGB48 12x3.raw out.png", 1, {"API feature is not implemented (-17)"}},
+        {"convert -f Mono8 -s 12x3 -t RGB48 12x3.raw out.png", 1, {"offered are Mono8", "(-17)"}},
         {"convert -f Mono16 --bits-used 11 -s 4x4 words.raw out.png", 1, {"(-1)", "10, 12, 13, 14, 15, 16"}},
         {"convert -f BayerRG8 -s 18x2 --debayer 3x3 12x3.raw out.png", 1, {"--debayer 3x3", "(-7)", "at least 4"}},
         {"convert -f BayerRG8 -s 6x6 --debayer lcaa --raw -t UYVY 12x3.raw out", 1, {"(-17)", "Mono8, BGR24, BGRA32"}},
@@ -105,7 +105,8 @@ TEST_F(Errors, Usage) {
     const std::string convert = "convert -f Mono8 -s 8x8 ";
     expectEach({
         {"", 2, {"--help"}},
-        {"transform", 2, {"--help"}},
+        {"transform", 2, {"'transform'", "--help"}},
+        {"conver in.raw out.png", 2, {"'conver'", "did you mean convert?"}},
         {"convert in.raw out.png", 2, {"--format"}},
         {"convert -f Mono8 -s 8 in.raw out.png", 2, {"'8'", "2448x2048"}},
         {"convert -f Mono8 -s 0x8 in.raw out.png", 2, {"'0x8'"}},
@@ -127,6 +128,9 @@ TEST_F(Errors, Usage) {
         {convert + "--matrix 1,0,0,0,1,0,0,0,1,0 in.raw out.png", 2, {"nine numbers"}},
         {convert + "--matrix 1,0,0,0,1,0,0,0,1e99 in.raw out.png", 2, {"nine numbers"}},
         {convert + "--matrix 1,0,0,0,1,0,0,0,nan in.raw out.png", 2, {"nine numbers"}},
+        {convert + "--flip '' in.raw out.png", 2, {"--flip", "empty"}},
+        {convert + "-t '' in.raw out.png", 2, {"--to", "empty"}},
+        {"convert -f cygm8 -s 8x8 --deinterlace in.raw out.png", 2, {"--deinterlace", "Cygm8"}},
         {convert + "--flip x in.raw out.png", 2, {"'x'", "h, v, 180"}},
         {convert + "--flip 180 -t BGRA32 in.raw out.png", 2, {"--flip v", "BGRA32", "RGB24"}},
         {convert + "--flip h -t UYVY --raw in.raw out", 2, {"--flip v", "YUV422"}},

@@ -33,6 +33,7 @@ Outcome ProgramTest::run(const std::string& arguments, const std::string& input)
     std::vector<std::string> words{ORVELLA_PROGRAM};
     std::istringstream stream(arguments);
     words.insert(words.end(), std::istream_iterator<std::string>(stream), {});
+    std::ranges::replace(words, "''", std::string());
     std::vector<char*> argv;
     for (std::string& word : words) argv.push_back(word.data());
     argv.push_back(nullptr);

@@ -19,7 +19,7 @@ protected:
     ProgramTest();
     ~ProgramTest() override;
 
-    // Arguments are parted by blanks.
+    // Arguments are parted by blanks; '' is an empty one.
     Outcome run(const std::string& arguments, const std::string& input = "") const;
     // Expects exit code 0 and no messages.
     Outcome succeed(const std::string& arguments, const std::string& input = "") const;
