@@ -1,6 +1,7 @@
 // The exceptions of Orvella, for C++ applications. Catch them by reference.
 //
-// One of them leaves a call: KELThreadException, from OrvCreateColorCorrectionMatrix_Int8 and _Int16.
+// One of them leaves a call: KELThreadException, from OrvCreateColorCorrectionMatrix_Int8 and _Int16 and their twins of
+// the legacy face.
 #ifndef ORVELLA_EXCEPTIONS_HPP
 #define ORVELLA_EXCEPTIONS_HPP
 
