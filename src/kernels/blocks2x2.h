@@ -49,6 +49,15 @@ INLINE void repeat(Halves& v, size_t i) {
 }
 template <class Colours> INLINE void repeat(Colours& p, size_t i) { repeat(p.r, i), repeat(p.g, i), repeat(p.b, i); }
 
+// The same for the last of N pixels.
+INLINE void repeatLast(Bytes& v) {
+    v = arrange(v, [](int i) { return i < N - 1 ? i : i - 1; });
+}
+INLINE void repeatLast(Halves& v) {
+    v.b = as<Words>(arrange(as<Bytes>(v.b), [](int i) { return i < N - 2 ? i : i - 2; }));
+}
+template <class Colours> INLINE void repeatLast(Colours& p) { repeatLast(p.r), repeatLast(p.g), repeatLast(p.b); }
+
 // ---- Samples that lie in memory as planes do
 
 template <class Plane> struct PlaneSamples;
@@ -78,12 +87,10 @@ struct RowPair {
     }
 };
 
-// n <= N pixels that end with the row.
-template <class S, class Rule> INLINE auto lastBlocks2x2(RowPair row, size_t n, const S& read, const Rule& rule) {
+// N pixels that end with the row, the last one still without a block of its own.
+template <class S, class Rule> INLINE auto lastBlocks2x2(RowPair row, const S& read, const Rule& rule) {
     const PlaneOf<S> a = read.template samples<0>(row.first), c = read.template samples<0>(row.second);
-    auto pixels = rule(Blocks<PlaneOf<S>>{a, next(a), c, next(c)});
-    repeat(pixels, n - 1);
-    return pixels;
+    return rule(Blocks<PlaneOf<S>>{a, next(a), c, next(c)});
 }
 // The last 2 to N pixels of a row, through buffers. (Arguments by value keep their originals in registers.)
 template <class S, class Sink, class Rule>
@@ -92,7 +99,9 @@ __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S re
     const RowPair from = row.from<S>(x);
     std::memcpy(first, from.first, bytesFor(n, S::bits));
     std::memcpy(second, from.second, bytesFor(n, S::bits));
-    sink.putPart(x, lastBlocks2x2({first, second}, n, read, rule), n);
+    auto pixels = lastBlocks2x2({first, second}, read, rule);
+    repeat(pixels, n - 1);
+    sink.putPart(x, pixels, n);
 }
 
 // The first `count` blocks of N pixels, which are followed by another sample.
@@ -114,7 +123,9 @@ INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, c
     startOfRow2x2(row, blocks, read, sink, rule);
     size_t x = blocks * N;
     if (width >= N && (width - N) % S::group == 0) { // step back, to end with the row
-        sink.put(width - N, lastBlocks2x2(row.from<S>(width - N), N, read, rule));
+        auto pixels = lastBlocks2x2(row.from<S>(width - N), read, rule);
+        repeatLast(pixels);
+        sink.put(width - N, pixels);
     } else {
         if (width - x == 1) x -= S::group; // the last pixel needs the one before
         endOfRow2x2(row, x, width - x, read, sink, rule);
