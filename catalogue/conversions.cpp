@@ -117,28 +117,21 @@ public:
 
     using CygmTransform = OrvErrorType (*)(void*, const void*, std::uint32_t width, std::uint32_t height, OrvOutputCode,
                                            std::uint32_t);
-    void addCygm(const std::string& method, CygmTransform transform, unsigned smallest = 1) {
+    // binning: columns and lines that become one.
+    void addCygm(const std::string& method, CygmTransform transform, unsigned smallest, unsigned binning = 1) {
         for (const unsigned code : {0U, 1U, 2U, 3U, 4U, 5U, 6U}) {
             addCall(
                 "CYGM8", method, outputs[code].name, 8, outputs[code].bytes,
                 [transform, code](void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
                     return transform(d, s, w, h, code, 0);
                 },
-                2);
-            rows.back().heightStep = 4;
-            rows.back().smallest = smallest;
-            rows.back().keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
+                code == OrvOutputYuv422 ? 2 * binning : 2);
+            Conversion& row = rows.back();
+            row.heightStep = 4;
+            row.smallest = smallest;
+            row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
+            row.stretch[1] = row.linesToOne = binning;
         }
-    }
-    // An output pixel for each block of 2x2.
-    void addCygmBinned() {
-        addCygm("binned", OrvIRaw8CYGMImageTransform_Bin);
-        for (Conversion& row : rows)
-            if (row.source == "CYGM8" && row.method == "binned") {
-                row.stretch[1] = 2;
-                row.linesToOne = 2;
-                if (row.output == "UYVY") row.widthStep = 4;
-            }
     }
 
     // One row per output, through OrvImageTransform.
@@ -315,9 +308,9 @@ std::vector<Conversion> all() {
     list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bayer12Packed), {1, 9}, "matrix", matrix());
 
-    list.addCygm("", OrvIRaw8CYGMImageTransform);
+    list.addCygm("", OrvIRaw8CYGMImageTransform, 2);
     list.addCygm("3x3", OrvIRaw8CYGMImageTransform_3x3, 4);
-    list.addCygmBinned();
+    list.addCygm("binned", OrvIRaw8CYGMImageTransform_Bin, 2, 2);
 
     list.addCall("RGB8", "double precision", "Mono8", 24, 1, ofPixels<OrvRGB8ToY8>);
     list.addCall("RGB8", "planes", "R G B", 24, 3, ofPlanes<OrvRGB8ToRGBYPlanes, false>);

@@ -1,5 +1,6 @@
 #include "transform.h"
 
+#include <string>
 #include <utility>
 
 #include "errors.h"
@@ -7,6 +8,12 @@
 namespace tool {
 
 namespace {
+
+std::string errorText(OrvErrorType code) {
+    char text[256] = "";
+    OrvGetErrorInfo(code, text, sizeof text - 1);
+    return text;
+}
 
 void require(OrvErrorType code) {
     if (code != OrvErrorSuccess) throw Refusal(errorText(code) + " (" + std::to_string(code) + ")");
@@ -79,12 +86,6 @@ OrvErrorType transformCygm(const Bytes& source, Image& image, const Processing& 
 }
 
 } // namespace
-
-std::string errorText(OrvErrorType code) {
-    char text[256] = "";
-    OrvGetErrorInfo(code, text, sizeof text - 1);
-    return text;
-}
 
 std::uint64_t byteCount(const FrameFormat& frame) {
     return isCygm(frame) ? frame.size.pixels() : byteCountOf(describe(frame).ImageInfo);

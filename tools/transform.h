@@ -1,7 +1,5 @@
 // One call of the library.
 #pragma once
-#include <string>
-
 #include "files.h"
 #include "frame.h"
 #include "pixel_formats.h"
@@ -21,8 +19,5 @@ std::uint64_t byteCount(const FrameFormat& frame);
 
 // Converts into image.bytes; the source may be overwritten.
 OrvErrorType transform(const FrameFormat& frame, Bytes& source, Image& image, const Processing& processing);
-
-// The library's text for a code.
-std::string errorText(OrvErrorType code);
 
 } // namespace tool

@@ -62,6 +62,15 @@ INLINE SplitPixels split(const Rgb& p) {
     return {{pairUp(even(p.r), even(p.g)), even(p.b)}, {pairUp(odd(p.r), odd(p.g)), odd(p.b)}};
 }
 
+// Each channel from bits 10 to 25 of its sums, which come as the words of the even and of the odd pixels.
+template <class Finish> INLINE Rgb weighBytes(const Rgb& p, const MatrixFactors& m, const Finish& finish) {
+    const SplitPixels pixels = split(p);
+    const auto channel = [&](const RowFactors& row) {
+        return finish(wordsOf<16>(weigh(pixels.even, row)), wordsOf<16>(weigh(pixels.odd, row)));
+    };
+    return {channel(m.r), channel(m.g), channel(m.b)};
+}
+
 struct ByteRule {
     using Sample = u8;
     using Block = Rgb;
@@ -71,11 +80,7 @@ struct ByteRule {
         return static_cast<u8>(value < 0 ? 0 : value > 255 ? 255 : value);
     }
     static INLINE Rgb channels(const Rgb& p, const MatrixFactors& m) {
-        const SplitPixels pixels = split(p);
-        const auto channel = [&](const RowFactors& row) {
-            return clamp(as<Ints>(wordsOf<16>(weigh(pixels.even, row))), as<Ints>(wordsOf<16>(weigh(pixels.odd, row))));
-        };
-        return {channel(m.r), channel(m.g), channel(m.b)};
+        return weighBytes(p, m, [](Words even, Words odd) { return clamp(as<Ints>(even), as<Ints>(odd)); });
     }
 };
 
@@ -89,13 +94,8 @@ struct WrapRule {
     }
     // A moderate matrix makes no more than 32 * 255 of 8-bit samples.
     static INLINE Rgb channels(const Rgb& p, const MatrixFactors& m) {
-        const SplitPixels pixels = split(p);
         const auto atLeast0 = [](Words v) { return v & ~as<Words>(as<Ints>(v) >> 15); };
-        const auto channel = [&](const RowFactors& row) {
-            return lowBytes(
-                Split{atLeast0(wordsOf<16>(weigh(pixels.even, row))), atLeast0(wordsOf<16>(weigh(pixels.odd, row)))});
-        };
-        return {channel(m.r), channel(m.g), channel(m.b)};
+        return weighBytes(p, m, [=](Words even, Words odd) { return lowBytes(Split{atLeast0(even), atLeast0(odd)}); });
     }
 };
 

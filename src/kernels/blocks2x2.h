@@ -6,9 +6,9 @@
 //
 // A sample reader S says how many bits a sample has, after how many samples its bit position repeats (`group`), and
 // whether it pays to unpack each row once (`unpackOnce`), and turns memory into N samples: samples<0>(p), or
-// samples<1>(p) one sample further right. A plane of samples is Bytes or
-// Halves. A rule makes N pixels from the samples of N blocks, the first of which is in an even column. A sink takes the
-// pixels from column x on: put() N of them, putPart() n.
+// samples<1>(p) one sample further right. A plane of samples is Bytes or Halves. A rule makes N pixels from the samples
+// of N blocks, the first of which is in an even column. A sink takes the pixels from column x on: put() N of them,
+// putPart() n.
 #pragma once
 #include "kernels/runs.h"
 
