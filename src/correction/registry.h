@@ -24,19 +24,29 @@ static_assert(sizeof(ColorCorrection) == 40);
 
 // The addresses of the live objects. The objects themselves stay in memory until the process ends: a conversion that
 // runs in another thread may still read one.
+//
+// Memory is neither taken nor given back while the lock is held, so an application's own operator new and delete may
+// call the library.
 class Registry {
 public:
     // Both throw KELThreadException; adopt() also std::bad_alloc, and then the object is freed.
     ColorCorrection* adopt(std::unique_ptr<ColorCorrection> object);
     void remove(const FunctorBase* object); // any address, also of no object
 
+    // Forgets all objects; does nothing if another thread holds the lock, which it may never give back (after a fork).
+    void clear() noexcept;
+
     std::size_t size();
 
 private:
+    using Objects = std::set<const FunctorBase*>;
+
     thread::Mutex mutex_;
-    std::set<const FunctorBase*> objects_;
+    Objects objects_;
 };
 
-Registry& registry(); // set up when the library is loaded
+// Set up when the library is loaded, emptied when it is unloaded or the process exits, and never destroyed: threads may
+// outlive main().
+Registry& registry();
 
 } // namespace kel

@@ -15,6 +15,10 @@ public:
     void lock();   // throws KELThreadException
     void unlock(); // throws KELThreadException
 
+    // False if another thread holds the mutex, or if the call fails.
+    bool tryLock() noexcept { return pthread_mutex_trylock(&mutex_) == 0; }
+    bool tryUnlock() noexcept { return pthread_mutex_unlock(&mutex_) == 0; }
+
 private:
     pthread_mutex_t mutex_;
 };

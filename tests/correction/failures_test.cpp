@@ -203,13 +203,13 @@ TEST_P(ObjectFailures, NoMemory) {
     }
 }
 
-TEST_P(ObjectFailures, NoMemoryAndNoUnlock) {
+TEST_P(ObjectFailures, NoMemoryIsNoticedBeforeTheLockIsTaken) {
     allocationsLeft = 1;
-    failing = Operation::unlock;
+    failing = Operation::lock;
     const OrvErrorType result = create();
     allocationsLeft = -1;
     EXPECT_EQ(result, OrvErrorResources);
-    EXPECT_EQ(failing, Operation::none);
+    EXPECT_EQ(std::exchange(failing, Operation::none), Operation::lock);
 }
 
 TEST_P(ObjectFailures, NoLock) {

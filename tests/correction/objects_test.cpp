@@ -6,6 +6,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdlib>
 #include <cstring>
 #include <exception>
 #include <latch>
@@ -110,6 +111,20 @@ TEST(ColorCorrectionObjects, CanBeMadeAndDestroyedByManyThreads) {
     for (std::thread& thread : threads) thread.join();
     EXPECT_EQ(kel::registry().size(), before + threadCount * rounds / 2);
     for (const auto& own : handles) kept().insert(kept().end(), own.begin(), own.end());
+}
+
+// A thread that outlives main() goes on making and destroying objects while the process is taken down.
+TEST(ColorCorrectionObjects, CanBeMadeWhileTheProcessExits) {
+    const auto exitDuringAStorm = [] {
+        static ColorCorrectionHandle handle = nullptr; // keeps the last one in reach
+        const auto makeOne = [] { OrvCreateColorCorrectionMatrix_Int8(identity, &handle); };
+        for (int i = 0; i < 100'000; ++i) makeOne();
+        std::thread([makeOne] {
+            for (;;) makeOne(), OrvDestroyColorCorrection(handle);
+        }).detach();
+        std::exit(0);
+    };
+    for (int i = 0; i < 5; ++i) EXPECT_EXIT(exitDuringAStorm(), ::testing::ExitedWithCode(0), "");
 }
 
 #ifdef ORVELLA_LIBRARY
