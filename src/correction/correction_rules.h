@@ -1,14 +1,14 @@
 // The 3x3 matrix on blocks of pixels. For each channel, with its row m of the matrix:
 //
-//     sum = m0 R + m1 G + m2 B
+//     sum = m0 R + m1 G + m2 B     in 32 bits: what is larger wraps around
 //
 //     rule       samples  result
 //     ByteRule   8 bits   bits 10 to 25 of the sum, as a signed word, clamped to 0..255
 //     WordRule   16 bits  sum >> 10, clamped to 0..65535
 //     WrapRule   8 bits   sum >> 10: 0 if it is negative, 255 if it is above 65535, else its low byte
 //
-// Each rule is written twice: channel() defines it, for one exact sum of any size; channels() is its vector form, for
-// the matrices that are moderate, as all real ones are.
+// Each rule is written twice: channel() defines it, for one sum; channels() is its vector form, for the matrices that are
+// moderate, as all real ones are. (Their sums do not wrap.)
 #pragma once
 #include "correction/matrix.h"
 #include "kernels/pixels.h"
@@ -75,7 +75,7 @@ struct ByteRule {
     using Sample = u8;
     using Block = Rgb;
 
-    static u8 channel(i64 sum) {
+    static u8 channel(i32 sum) {
         const auto value = static_cast<i16>(sum >> 10);
         return static_cast<u8>(value < 0 ? 0 : value > 255 ? 255 : value);
     }
@@ -88,8 +88,8 @@ struct WrapRule {
     using Sample = u8;
     using Block = Rgb;
 
-    static u8 channel(i64 sum) {
-        const i64 value = sum >> 10;
+    static u8 channel(i32 sum) {
+        const i32 value = sum >> 10;
         return static_cast<u8>(value < 0 ? 0 : value > 0xFFFF ? 255 : value);
     }
     // A moderate matrix makes no more than 32 * 255 of 8-bit samples.
@@ -103,8 +103,8 @@ struct WordRule {
     using Sample = u16;
     using Block = Rgb16;
 
-    static u16 channel(i64 sum) {
-        const i64 value = sum >> 10;
+    static u16 channel(i32 sum) {
+        const i32 value = sum >> 10;
         return static_cast<u16>(value < 0 ? 0 : value > 0xFFFF ? 0xFFFF : value);
     }
     // The samples are taken as signed words, less 2^15; the sums get back what that takes from them.
@@ -137,9 +137,11 @@ template <class Rule> __attribute__((noinline, cold)) void correctEach(typename 
     typename Rule::Sample r[N], g[N], b[N];
     unpack(r, block.r), unpack(g, block.g), unpack(b, block.b);
     for (int i = 0; i < N; ++i) {
-        const i64 red = r[i], green = g[i], blue = b[i];
-        const auto channel = [=](const i32(&row)[3]) {
-            return Rule::channel(row[0] * red + row[1] * green + row[2] * blue);
+        const u32 colours[] = {r[i], g[i], b[i]};
+        const auto channel = [&](const i32(&row)[3]) {
+            u32 sum = 0;
+            for (int k = 0; k < 3; ++k) sum += static_cast<u32>(row[k]) * colours[k];
+            return Rule::channel(static_cast<i32>(sum));
         };
         r[i] = channel(m.r), g[i] = channel(m.g), b[i] = channel(m.b);
     }

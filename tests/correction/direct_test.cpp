@@ -97,4 +97,15 @@ TEST(CorrectedConverters, Saturate12Packed) {
     EXPECT_EQ(Bytes(bgr.begin(), bgr.begin() + 3), (Bytes{0, 0, 255})); // 38400 has bit 15
 }
 
+// The sums are 32 bits wide: that of white by 33 comes out negative.
+TEST(CorrectedConverters, WrapAround16Bits) {
+    constexpr float k = 33, diagonal[] = {k, 0, 0, 0, k, 0, 0, 0, k};
+    static const ColorCorrectionHandle object = int16Object(diagonal);
+    for (const auto convert : {OrvRaw12ToBGR16_CC, OrvRaw16ToBGR16_CC, OrvRaw16ToY16_CC}) {
+        Bytes result(24, 1);
+        EXPECT_EQ(convert(result.data(), Bytes(8, 0xFF).data(), 2, 2, 0, object), 0);
+        EXPECT_EQ(Bytes(result.begin(), result.begin() + 8), Bytes(8, 0));
+    }
+}
+
 } // namespace

@@ -63,6 +63,23 @@ TEST(Matrix, WrapsAround12Packed) {
     EXPECT_EQ(Bytes(result.begin(), result.begin() + 3), (Bytes{255, 0, 254}));
 }
 
+// White by diag(9000) and diag(33): sums that no longer fit in 32 bits come out negative.
+TEST(Matrix, SumsWrapAround) {
+    struct {
+        OrvPixelFormatType format;
+        OrvOutputCode output;
+        float diagonal;
+    } const cases[] = {{OrvPixelFormatBayerRG12Packed, OrvOutputBgr24, 9000},
+                       {OrvPixelFormatBayerRG12Packed, OrvOutputBgr48, 33},
+                       {OrvPixelFormatBayerRG16, OrvOutputMono16, 33},
+                       {OrvPixelFormatBayerRG16, OrvOutputBgr48, 33}};
+    for (const auto& [format, output, k] : cases) {
+        Bytes result(24, 1);
+        EXPECT_EQ(Call(format, 2, 2, output).run(result, Bytes(8, 0xFF), {k, 0, 0, 0, k, 0, 0, 0, k}), 0);
+        EXPECT_EQ(Bytes(result.begin(), result.begin() + 6), Bytes(6, 0)) << std::hex << format << ' ' << output;
+    }
+}
+
 // ---- Any matrix, against the reference
 
 struct Conversion {

@@ -20,24 +20,25 @@ std::int64_t fixedPoint(float coefficient) {
 
 namespace {
 
-// From the exact sum of a channel to its value.
-using Rule = int (*)(std::int64_t sum);
+// From the sum of a channel to its value.
+using Rule = int (*)(std::int32_t sum);
 
-// In 32 bits, shifted as an unsigned number, judged by 16 of its bits.
-int byteRule(std::int64_t sum) {
+// Shifted as an unsigned number, judged by 16 of its bits.
+int byteRule(std::int32_t sum) {
     const std::uint32_t shifted = static_cast<std::uint32_t>(sum) >> 10;
     if ((shifted & 0xFF00) == 0) return static_cast<int>(shifted & 0xFF);
     return shifted & 0x8000 ? 0 : 255;
 }
-int wordRule(std::int64_t sum) { return static_cast<int>(std::clamp<std::int64_t>(sum >> 10, 0, 65535)); }
-int wrappingRule(std::int64_t sum) {
-    const std::int64_t shifted = sum >> 10;
-    return shifted < 0 ? 0 : shifted > 65535 ? 255 : static_cast<int>(shifted & 0xFF);
+int wordRule(std::int32_t sum) { return std::clamp(sum >> 10, 0, 65535); }
+int wrappingRule(std::int32_t sum) {
+    const std::int32_t shifted = sum >> 10;
+    return shifted < 0 ? 0 : shifted > 65535 ? 255 : shifted & 0xFF;
 }
 
 Colour corrected(const Colour& c, const float* m, Rule rule) {
     const auto channel = [&](const float* row) {
-        return rule(fixedPoint(row[0]) * c.r + fixedPoint(row[1]) * c.g + fixedPoint(row[2]) * c.b);
+        const std::int64_t sum = fixedPoint(row[0]) * c.r + fixedPoint(row[1]) * c.g + fixedPoint(row[2]) * c.b;
+        return rule(static_cast<std::int32_t>(sum)); // wraps around
     };
     return {channel(m), channel(m + 3), channel(m + 6), c.bits};
 }
