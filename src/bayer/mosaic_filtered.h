@@ -43,18 +43,21 @@ struct YuvLineSink {
 
 // ---- The stream
 
-// The lines of one half, in a ring.
+// The lines of one half, in a ring. `first`: of the half's rows, in the image.
 class Lines {
 public:
-    INLINE Lines(u8* scratch, size_t width) : scratch_(scratch), width_(width) {}
+    INLINE Lines(u8* scratch, size_t width, size_t first) : scratch_(scratch), width_(width), first_(first) {}
 
+    // A row of the half, or the one above it.
     INLINE YuvLine operator[](size_t row) const {
-        u8* y = scratch_ + row % scratchLines * scratchPlanes * lineSize(width_) + linePadding;
+        u8* y = scratch_ + (first_ + row) % scratchLines * scratchPlanes * lineSize(width_) + linePadding;
         return {y, y + lineSize(width_), y + 2 * lineSize(width_)};
     }
     INLINE u16* chroma() const { // u | v << 8 of each pair of the row at hand
         return reinterpret_cast<u16*>(scratch_ + scratchLines * scratchPlanes * lineSize(width_));
     }
+
+    INLINE bool hasAbove(size_t row) const { return first_ + row > 0; }
 
     // After row `row` is made: join it to the one before, or start the half with it.
     INLINE void connect(size_t row) const {
@@ -65,17 +68,16 @@ public:
 private:
     INLINE void connectPlanes(size_t row, u8* YuvLine::*plane) const {
         u8* samples = (*this)[row].*plane;
-        if (row == 0) { // the first pair stands in for the one before it, mirrored: its first sample is the nearer
-            samples[-2] = samples[1], samples[-1] = samples[0];
-            return;
-        }
-        u8* before = (*this)[row - 1].*plane;
-        samples[-2] = before[width_ - 2], samples[-1] = before[width_ - 1];
+        u8* before = hasAbove(row) ? (*this)[row - 1].*plane : samples;
         before[width_] = samples[0];
+        if (row == 0) // the first pair stands in for the one before it, mirrored: its first sample is the nearer
+            samples[-2] = samples[1], samples[-1] = samples[0];
+        else
+            samples[-2] = before[width_ - 2], samples[-1] = before[width_ - 1];
     }
 
     u8* scratch_;
-    size_t width_;
+    size_t width_, first_;
 };
 
 // ---- Filters: the chroma of the row at hand, from the lines of a half of `rows` rows
@@ -109,13 +111,12 @@ struct LcaaFilter {
 // The four samples s-1 .. s2 of the row and of the one below, (sum + 4) >> 3.
 //
 // At the end of the half, the row above takes the place of the row below, beginning with the last pair of the
-// second-to-last row; and the last two pairs are not filtered, they take the chroma of their first pixel. Where a half
-// is so low that there is no row above, the row itself takes its place.
+// second-to-last row; and the last two pairs are not filtered, they take the chroma of their first pixel. Above the
+// lower half stands the upper half's last row; the upper half, which has nothing above, takes the row itself.
 struct LcaavFilter {
     static constexpr size_t lookahead = 2; // the row below needs the first sample of the next
     static INLINE void filter(const Lines& lines, size_t row, size_t rows, size_t width) {
-        const size_t above = row > 0 ? row - 1 : row;
-        filterRow<LcaavFilter>(lines.chroma(), lines[row], lines[row + 1 < rows ? row + 1 : above], width);
+        filterRow<LcaavFilter>(lines.chroma(), lines[row], row + 1 < rows ? lines[row + 1] : above(lines, row), width);
         finish(lines, row, rows, width / 2);
     }
     static INLINE Words of(const u8* s, const u8* other) {
@@ -123,14 +124,16 @@ struct LcaavFilter {
     }
 
 private:
+    static INLINE YuvLine above(const Lines& lines, size_t row) { return lines[lines.hasAbove(row) ? row - 1 : row]; }
+
     static __attribute__((noinline)) void finish(const Lines& lines, size_t row, size_t rows, size_t pairs) {
         u16* chroma = lines.chroma();
         const YuvLine line = lines[row];
-        if (row + 2 == rows) chroma[pairs - 1] = box(line, lines[row > 0 ? row - 1 : row], pairs - 1);
-        if (row == 1 && rows == 2) { // above the pixel left of the first one there is no row
-            const YuvLine above = lines[0];
-            above.u[-1] = line.u[-1], above.v[-1] = line.v[-1];
-            chroma[0] = box(line, above, 0);
+        if (row + 2 == rows) chroma[pairs - 1] = box(line, above(lines, row), pairs - 1);
+        if (row == 1 && rows == 2) { // the sample left of the first row is its mirror no more
+            const YuvLine first = lines[0], before = above(lines, 0);
+            first.u[-1] = before.u[2 * pairs - 1], first.v[-1] = before.v[2 * pairs - 1];
+            chroma[0] = box(line, first, 0);
         }
         for (size_t pair = pairs > 2 ? pairs - 2 : 0; pair < pairs; ++pair)
             if (row * pairs + pair + 2 >= rows * pairs)
@@ -166,9 +169,9 @@ template <class W> INLINE void convertRow(u8* d, u8* kept, const u8* luma, const
 template <class Filter, class W>
 void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned phase, u8* scratch) {
     const Demosaic2x2<Bytes> demosaic(phase);
-    const Lines lines(scratch, width);
     const size_t rows = height / 2;
     for (const size_t half : {size_t{0}, rows}) {
+        const Lines lines(scratch, width, half);
         size_t made = 0;
         for (size_t row = 0; row < rows; ++row, d += width * W::bytes) {
             for (; made < rows && made <= row + Filter::lookahead; ++made) {

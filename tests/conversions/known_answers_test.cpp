@@ -167,6 +167,16 @@ TEST(KnownAnswers, Bayer) {
     });
 }
 
+// LCAAV at height 4: above the lower half, whose chroma stays in the source, stands the upper half's last row.
+TEST(KnownAnswers, LcaavOfHeight4) {
+    Bytes source{10, 200, 30, 40, 50, 60, 70, 80, 250, 5, 120, 130, 0, 255, 16, 90}, grey(16), u, v;
+    ASSERT_EQ(OrvRaw8ImageTransform_IntLCAAV(grey.data(), source.data(), 4, 4, OrvOutputMono8, OrvBayerPatternRGGB),
+              OrvErrorSuccess);
+    for (std::size_t i = 0; i < 16; i += 4) u.push_back(source[i]), v.push_back(source[i + 2]);
+    EXPECT_EQ(u, (Bytes{186, 158, 212, 128}));
+    EXPECT_EQ(v, (Bytes{183, 171, 231, 150}));
+}
+
 // The green of a green site takes the lower left and the upper right, on every phase.
 //
 //  G R G R    0  0 80  0    Row 1, column 1: (2 * 20 + 40 + 80) / 4. Its neighbours to the right and below are no green

@@ -28,10 +28,11 @@ Planes fullResolution(const Job& job) {
     return planes;
 }
 
-// One half of a chroma plane, as a stream.
+// One half of a chroma plane, as a stream. The upper half's last row stands above the lower half.
 struct Stream {
     const int* samples;
     std::size_t width, rows;
+    bool isLower;
 
     std::size_t pairs() const { return width * rows / 2; }
 };
@@ -56,17 +57,20 @@ int lcaav(const Stream& s, std::size_t pair) {
         return (own + below + 4) >> 3;
     }
     // From here on the row above; where there is none, the row itself.
-    if (oneRow || i < width) return (own + own + 4) >> 3;
-    const int upperLeft = i == width ? at[i - 1] : at[i - width - 1];
-    return (own + upperLeft + at[i - width] + at[i - width + 1] + at[i - width + 2] + 4) >> 3;
+    const auto above = [&](std::size_t column) { // of the row above, counted from the pair's left neighbour
+        const auto position = static_cast<std::ptrdiff_t>(i + column) - static_cast<std::ptrdiff_t>(width) - 1;
+        return position >= 0 || s.isLower ? at[position] : at[position + static_cast<std::ptrdiff_t>(width)];
+    };
+    if (oneRow || (i < width && !s.isLower)) return (own + own + 4) >> 3;
+    return (own + above(0) + above(1) + above(2) + above(3) + 4) >> 3;
 }
 
 void filtered(const Job& job, int (*filter)(const Stream&, std::size_t)) {
     const Planes planes = fullResolution(job);
     const std::size_t half = job.pixels() / 2;
     for (const std::size_t start : {std::size_t{0}, half}) {
-        const Stream u{planes.u.data() + start, job.width, job.height / 2};
-        const Stream v{planes.v.data() + start, job.width, job.height / 2};
+        const Stream u{planes.u.data() + start, job.width, job.height / 2, start > 0};
+        const Stream v{planes.v.data() + start, job.width, job.height / 2, start > 0};
         for (std::size_t i = 0; i < half; ++i) {
             const int y = planes.y[start + i], chromaU = filter(u, i / 2), chromaV = filter(v, i / 2);
             put(job.destination, start + i, job.output, yuvColour(y, chromaU, chromaV));
