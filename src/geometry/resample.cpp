@@ -53,20 +53,34 @@ void fill(Strip& strip, const Ratio& ratio, i64 first, size_t count, size_t byte
     }
 }
 
-void resample(u8* destination, const u8* source, const Scanlines& lines, const Ratio& ratio) {
-    const size_t pixel = lines.bytesPerPixel;
-    const i64 atOnce = static_cast<i64>(Strip::capacity / pixel);
-    const auto pitchOf = [pixel](i32 pixels) { return ptrdiff_t{pixels} * static_cast<ptrdiff_t>(pixel); };
+// Strip by strip; all lines of each.
+void resampleStrips(const Lines& lines, i64 length, size_t bytesPerPixel, const Ratio& ratio) {
+    const i64 atOnce = static_cast<i64>(Strip::capacity / bytesPerPixel);
     Strip strip;
-    for (i64 first = 0; first < lines.destinationLength; first += atOnce) {
-        const size_t count = static_cast<size_t>(std::min(atOnce, lines.destinationLength - first));
-        fill(strip, ratio, first, count, pixel);
-        geometryKernels().resample[ratio.mode]({.destination = destination + static_cast<size_t>(first) * pixel,
-                                                .source = source,
-                                                .destinationPitch = pitchOf(lines.destinationPitch),
-                                                .sourcePitch = pitchOf(lines.sourcePitch),
-                                                .count = static_cast<size_t>(lines.count)},
-                                               strip);
+    for (i64 first = 0; first < length; first += atOnce) {
+        fill(strip, ratio, first, static_cast<size_t>(std::min(atOnce, length - first)), bytesPerPixel);
+        Lines part = lines;
+        part.destination += static_cast<size_t>(first) * bytesPerPixel;
+        geometryKernels().resample[ratio.mode](part, strip);
+    }
+}
+
+void resample(u8* destination, const u8* source, const Scanlines& scanlines, const Ratio& ratio) {
+    const size_t pixel = scanlines.bytesPerPixel;
+    const auto pitchOf = [pixel](i32 pixels) { return ptrdiff_t{pixels} * static_cast<ptrdiff_t>(pixel); };
+    Lines lines{.destination = destination,
+                .source = source,
+                .destinationPitch = pitchOf(scanlines.destinationPitch),
+                .sourcePitch = pitchOf(scanlines.sourcePitch),
+                .count = static_cast<size_t>(scanlines.count)};
+
+    // A line that begins within the one before overwrites its tail, which has to be there by then.
+    const bool overlap = scanlines.destinationPitch > 0 && scanlines.destinationPitch < scanlines.destinationLength;
+    size_t left = lines.count;
+    if (overlap) lines.count = 1;
+    for (; left > 0; left -= lines.count) {
+        resampleStrips(lines, scanlines.destinationLength, pixel, ratio);
+        lines.destination += lines.destinationPitch, lines.source += lines.sourcePitch;
     }
 }
 

@@ -95,9 +95,11 @@ TEST_F(Resample, ByAnyRatio) {
 
 TEST_F(Resample, WithPitches) {
     support::atEveryLevel([this] {
-        for (const std::int64_t toPitch : {-170, 0, 163})
+        for (const std::int64_t toPitch : {-170, -40, 0, 40, 163})
             for (const std::int64_t fromPitch : {-111, -1, 0, 1, 130})
-                for (const bool linear : {false, true}) check({150, toPitch, 100, fromPitch, 3, 3, linear, 2, 3});
+                for (const bool linear : {false, true})
+                    for (const std::int64_t length : {150, 1500}) // in one piece, in several
+                        check({length, toPitch, 100, fromPitch, 3, 3, linear, 2, 3});
     });
 }
 
