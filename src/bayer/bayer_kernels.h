@@ -21,6 +21,7 @@ struct BayerKernels {
     Mosaic raw16ToBgr48, raw16ToMono16; // big-endian, all 16 bits
 };
 
-KEL_KERNEL_TABLE(BayerKernels, bayerKernels)
+KEL_KERNEL_TABLES(BayerKernels, bayerKernels)
+inline const BayerKernels& bayerKernels() { KEL_RETURN_TABLE_IN_USE(BayerKernels, bayerKernels) }
 
 } // namespace kel

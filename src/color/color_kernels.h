@@ -23,6 +23,7 @@ struct ColorKernels {
     PlaneKernels rgb8Planes, yuv411Planes, yuv422Planes, yuv444Planes;
 };
 
-KEL_KERNEL_TABLE(ColorKernels, colorKernels)
+KEL_KERNEL_TABLES(ColorKernels, colorKernels)
+inline const ColorKernels& colorKernels() { KEL_RETURN_TABLE_IN_USE(ColorKernels, colorKernels) }
 
 } // namespace kel

@@ -23,6 +23,7 @@ struct CorrectionKernels {
     CorrectedMosaic raw12ToBgr24; // of the one-call converter: top bytes, 8-bit rule
 };
 
-KEL_KERNEL_TABLE(CorrectionKernels, correctionKernels)
+KEL_KERNEL_TABLES(CorrectionKernels, correctionKernels)
+inline const CorrectionKernels& correctionKernels() { KEL_RETURN_TABLE_IN_USE(CorrectionKernels, correctionKernels) }
 
 } // namespace kel

@@ -13,6 +13,7 @@ struct CygmKernels {
     ByOutput<CygmMosaic> by3x3;
 };
 
-KEL_KERNEL_TABLE(CygmKernels, cygmKernels)
+KEL_KERNEL_TABLES(CygmKernels, cygmKernels)
+inline const CygmKernels& cygmKernels() { KEL_RETURN_TABLE_IN_USE(CygmKernels, cygmKernels) }
 
 } // namespace kel

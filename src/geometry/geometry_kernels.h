@@ -39,6 +39,7 @@ struct GeometryKernels {
     Resample resample[2]; // nearest, linear
 };
 
-KEL_KERNEL_TABLE(GeometryKernels, geometryKernels)
+KEL_KERNEL_TABLES(GeometryKernels, geometryKernels)
+inline const GeometryKernels& geometryKernels() { KEL_RETURN_TABLE_IN_USE(GeometryKernels, geometryKernels) }
 
 } // namespace kel

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <iterator>
 
 namespace kel {
 
@@ -11,32 +12,21 @@ namespace {
 constexpr int undecided = -1;
 std::atomic<int> current{undecided};
 
-bool machineHas(Level level) {
-    // __builtin_cpu_supports also asks whether the operating system saves the registers.
-    switch (level) {
-    case Level::avx512:
-        return __builtin_cpu_supports("avx512f") && __builtin_cpu_supports("avx512bw") &&
-               __builtin_cpu_supports("avx512vl") && __builtin_cpu_supports("avx512vbmi") &&
-               __builtin_cpu_supports("avx512vnni");
-    case Level::avx2: return __builtin_cpu_supports("avx2");
-    case Level::sse4: return __builtin_cpu_supports("ssse3") && __builtin_cpu_supports("sse4.1");
-    case Level::baseline: break;
-    }
-    return true;
-}
-
 } // namespace
 
 const char* nameOf(Level level) {
-    static constexpr const char* names[] = {"baseline", "sse4", "avx2", "avx512"};
+#define KEL_NAME(level, condition) #level,
+    static constexpr const char* names[] = {KEL_LEVELS(KEL_NAME)};
     return names[static_cast<int>(level)];
 }
 
 Level highestLevel() {
     __builtin_cpu_init();
-    int highest = 0;
-    while (highest < KEL_TOP_LEVEL && machineHas(static_cast<Level>(highest + 1))) ++highest;
-    return static_cast<Level>(highest);
+    // __builtin_cpu_supports also asks whether the operating system saves the registers.
+#define KEL_CONDITION(level, condition) condition,
+    const bool machineHas[] = {KEL_LEVELS(KEL_CONDITION)};
+    const auto missing = std::find(std::next(std::begin(machineHas)), std::end(machineHas), false);
+    return static_cast<Level>(missing - std::begin(machineHas) - 1);
 }
 
 Level level() {

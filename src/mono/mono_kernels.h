@@ -17,6 +17,7 @@ struct MonoKernels {
     Run packed12ToY16;
 };
 
-KEL_KERNEL_TABLE(MonoKernels, monoKernels)
+KEL_KERNEL_TABLES(MonoKernels, monoKernels)
+inline const MonoKernels& monoKernels() { KEL_RETURN_TABLE_IN_USE(MonoKernels, monoKernels) }
 
 } // namespace kel
