@@ -1,23 +1,25 @@
-// The Bayer families. Arguments and refusals: orvella/orv.h.
+// The Bayer mosaics. Arguments and refusals: orvella/orv.h.
 #pragma once
+#include "bayer/bayer_kernels.h"
+#include "bayer/mosaic_family.h"
 #include "orvella/orv.h"
-#include "support/result.h"
 
 namespace kel {
 
-Result raw8ImageTransform(void* destination, const void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw8ImageTransform3x3(void* destination, const void* source, u32 width, u32 height, u32 output, i32 pattern);
+constexpr MosaicFamily raw8{[](u32 output) { return bayerKernels().raw8[output]; }};
+constexpr MosaicFamily raw8By3x3{[](u32 output) { return bayerKernels().raw8_3x3[output]; }};
+constexpr FilteredFamily raw8ByLcaa{[](u32 output) { return bayerKernels().raw8Lcaa[output]; }};
+constexpr FilteredFamily raw8ByLcaav{[](u32 output) { return bayerKernels().raw8Lcaav[output]; }};
+constexpr FilteredFamily raw8ByYuv422{[](u32 output) { return bayerKernels().raw8Yuv422[output]; }};
 
-// These overwrite the source. Without memory for a few lines they succeed and write nothing.
-Result raw8ImageTransformIntLCAA(void* destination, void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw8ImageTransformIntLCAAV(void* destination, void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw8ImageTransformIntYUV422(void* destination, void* source, u32 width, u32 height, u32 output, i32 pattern);
+// By 2x2
+constexpr MosaicFamily raw10p{[](u32 output) { return bayerKernels().raw10p[output]; }};
+constexpr MosaicFamily raw12p{[](u32 output) { return bayerKernels().raw12p[output]; }};
+constexpr MosaicFamily raw12Packed{[](u32 output) { return bayerKernels().raw12[output]; }};
+constexpr MosaicFamily raw16{[](u32 output) { return bayerKernels().raw16[output]; }};
 
-Result raw10pImageTransform(void* destination, const void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw12ImageTransform(void* destination, const void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw12pImageTransform(void* destination, const void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw16ImageTransform(void* destination, const void* source, u32 width, u32 height, u32 output, i32 pattern);
-Result raw16ImageTransformEx(void* destination, const void* source, u32 width, u32 height, u32 output,
-                             const OrvShiftRecord* record);
+// 16-bit words of either byte order, shifted to the top, by 2x2. The record has the pattern.
+Refusal convertRaw16(void* destination, const void* source, u32 width, u32 height, u32 output,
+                     const OrvShiftRecord* record);
 
 } // namespace kel

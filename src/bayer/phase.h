@@ -11,10 +11,10 @@ namespace kel {
 //
 // A Bayer pattern code counts GBRG as 1 and GRBG as 2: those two are exchanged. Of other codes (-1, and whatever
 // reaches a family that does not check) the two low bits count.
-constexpr unsigned phaseOf(u32 pattern) {
+constexpr unsigned phaseOf(i32 pattern) {
     if (pattern == 1) return 2;
     if (pattern == 2) return 1;
-    return pattern & 3;
+    return static_cast<unsigned>(pattern) & 3;
 }
 
 } // namespace kel

@@ -1,20 +1,31 @@
 // Colour sources split into planes. Arguments and refusals: orvella/orv.h.
 #pragma once
-#include "support/result.h"
+#include "color/color_kernels.h"
+#include "support/refusal.h"
 
 namespace kel {
 
-// Where the planes go; y may be null.
-struct PlanePointers {
-    void *r, *g, *b, *y;
+struct PlaneFamily {
+    const PlaneKernels& (*kernels)();
+    u32 widthMultiple = 1;
+    u32 leastSize = 0; // of the width and of the height
 };
 
-// The functions without a luma plane: fewer arguments, other checks of the size.
-enum class PlaneSet { rgb, rgby };
+struct PlaneCall {
+    void *red, *green, *blue, *luma; // luma: may be null
+    const void* source;
+    u32 width, height;
+};
 
-Result rgb8ToPlanes(const PlanePointers& planes, const void* source, u32 width, u32 height);
-Result yuv411ToPlanes(PlaneSet set, const PlanePointers& planes, const void* source, u32 width, u32 height);
-Result yuv422ToPlanes(PlaneSet set, const PlanePointers& planes, const void* source, u32 width, u32 height);
-Result yuv444ToPlanes(PlaneSet set, const PlanePointers& planes, const void* source, u32 width, u32 height);
+constexpr PlaneFamily rgb8Planes{[]() -> const PlaneKernels& { return colorKernels().rgb8Planes; }};
+constexpr PlaneFamily yuv411Planes{[]() -> const PlaneKernels& { return colorKernels().yuv411Planes; }, 4};
+constexpr PlaneFamily yuv422Planes{[]() -> const PlaneKernels& { return colorKernels().yuv422Planes; }, 2};
+constexpr PlaneFamily yuv444Planes{[]() -> const PlaneKernels& { return colorKernels().yuv444Planes; }};
+
+// The functions without luma mind the size.
+constexpr PlaneFamily yuv422ColourPlanes{yuv422Planes.kernels, 2, 2};
+constexpr PlaneFamily yuv444ColourPlanes{yuv444Planes.kernels, 1, 1};
+
+Refusal convert(const PlaneFamily& family, const PlaneCall& call);
 
 } // namespace kel

@@ -8,10 +8,10 @@ namespace kel {
 
 namespace {
 
-// Everything that the path does not take is refused alike, as a bad source record.
-constexpr Result notTaken = badArgument(1);
+// Everything that the path does not take is refused alike.
+constexpr Refusal notTaken = Refusal::format;
 
-struct Job {
+struct Call {
     u8* destination;
     const u8* source;
     const OrvImageInfo& info; // of the source
@@ -24,53 +24,52 @@ struct Job {
     unsigned phase() const { return pixel().BayerPattern; }
 };
 
-Result correctRun(const Job& job, u32 bits, const ByOutput<CorrectedRun>& kernels) {
-    const CorrectedRun kernel = kernels[job.output];
-    if (job.pixel().BitsPerPixel != bits || !kernel) return notTaken;
-    const auto pixels = static_cast<i32>(job.info.Width * job.info.Height); // as it has always been counted
-    if (pixels > 0) kernel(job.destination, job.source, static_cast<size_t>(pixels), job.matrix);
-    return success;
+Refusal correctRun(const Call& call, u32 bits, const ByOutput<CorrectedRun>& kernels) {
+    const CorrectedRun kernel = kernels[call.output];
+    if (call.pixel().BitsPerPixel != bits || !kernel) return notTaken;
+    const auto pixels = static_cast<i32>(call.info.Width * call.info.Height); // a signed product
+    if (pixels > 0) kernel(call.destination, call.source, static_cast<size_t>(pixels), call.matrix);
+    return Refusal::none;
 }
 
-Result correctMosaic(const Job& job, const ByOutput<CorrectedMosaic>& kernels) {
-    const CorrectedMosaic kernel = kernels[job.output];
-    if (!kernel || !job.isMosaic()) return notTaken;
-    kernel(job.destination, job.source, job.info.Width, job.info.Height, job.phase(), job.matrix);
-    return success;
+Refusal correctMosaic(const Call& call, const ByOutput<CorrectedMosaic>& kernels) {
+    const CorrectedMosaic kernel = kernels[call.output];
+    if (!kernel || !call.isMosaic()) return notTaken;
+    kernel(call.destination, call.source, call.info.Width, call.info.Height, call.phase(), call.matrix);
+    return Refusal::none;
 }
 
-Result correctRaw16(const Job& job) {
-    const OrvPixelInfo& pixel = job.pixel();
+Refusal correctRaw16(const Call& call) {
+    const OrvPixelInfo& pixel = call.pixel();
     if (pixel.Endianness > 1 || pixel.Alignment > 1) return notTaken;
-    const int shift = shiftOf({0, pixel.Alignment, pixel.BitsUsed, pixel.Endianness, pixel.BayerPattern});
-    const CorrectedShiftedMosaic kernel = correctionKernels().raw16Shifted[pixel.Endianness][job.output];
-    if (shift < 0 || !kernel || !job.isMosaic()) return notTaken;
-    kernel(job.destination, job.source, job.info.Width, job.info.Height, job.phase(), shift, job.matrix);
-    return success;
+    const int shift = leftShift({0, pixel.Alignment, pixel.BitsUsed, pixel.Endianness, pixel.BayerPattern});
+    const CorrectedShiftedMosaic kernel = correctionKernels().raw16Shifted[pixel.Endianness][call.output];
+    if (shift < 0 || !kernel || !call.isMosaic()) return notTaken;
+    kernel(call.destination, call.source, call.info.Width, call.info.Height, call.phase(), shift, call.matrix);
+    return Refusal::none;
 }
 
-Result correct(const Job& job) {
+Refusal correct(const Call& call) {
     const CorrectionKernels& kernels = correctionKernels();
-    const u32 bits = job.pixel().BitsPerPixel;
-    switch (job.pixel().PixelLayout) {
+    const u32 bits = call.pixel().BitsPerPixel;
+    switch (call.pixel().PixelLayout) {
     case OrvPixelLayoutRaw:
-        return bits == 8 ? correctMosaic(job, kernels.raw8) : bits == 16 ? correctRaw16(job) : notTaken;
-    case OrvPixelLayoutRawPacked: return bits == 12 ? correctMosaic(job, kernels.raw12) : notTaken;
-    case OrvPixelLayoutRgb: return correctRun(job, 24, kernels.rgb8);
-    case OrvPixelLayoutBgr: return correctRun(job, 24, kernels.bgr8);
-    case OrvPixelLayoutRgba: return correctRun(job, 32, kernels.rgba8);
-    case OrvPixelLayoutBgra: return correctRun(job, 32, kernels.bgra8);
+        return bits == 8 ? correctMosaic(call, kernels.raw8) : bits == 16 ? correctRaw16(call) : notTaken;
+    case OrvPixelLayoutRawPacked: return bits == 12 ? correctMosaic(call, kernels.raw12) : notTaken;
+    case OrvPixelLayoutRgb: return correctRun(call, 24, kernels.rgb8);
+    case OrvPixelLayoutBgr: return correctRun(call, 24, kernels.bgr8);
+    case OrvPixelLayoutRgba: return correctRun(call, 32, kernels.rgba8);
+    case OrvPixelLayoutBgra: return correctRun(call, 32, kernels.bgra8);
     default: return notTaken;
     }
 }
 
 } // namespace
 
-Result correctionTransform(const OrvImage& source, const OrvImage& destination, const float* matrix) {
-    u32 output = 0;
-    if (const Result refusal = outputOf(destination.ImageInfo.PixelInfo, output); !refusal.ok()) return refusal;
-    return correct({static_cast<u8*>(destination.Data), static_cast<const u8*>(source.Data), source.ImageInfo, output,
-                    fixedPoint(matrix)});
+Refusal correctionTransform(const OrvImage& source, const OrvImage& destination, const float* matrix) {
+    const auto [refusal, output] = outputOf(destination.ImageInfo.PixelInfo);
+    if (refusal != Refusal::none) return refusal;
+    return correct({bytes(destination.Data), bytes(source.Data), source.ImageInfo, output, fixedPoint(matrix)});
 }
 
 } // namespace kel

@@ -8,39 +8,37 @@
 
 namespace kel {
 
-Result createColorCorrection(u32 kind, const float* matrix, ColorCorrectionHandle* handle) {
-    if (!matrix) return badArgument(1);
-    if (!handle) return badArgument(2);
+Refusal createColorCorrection(u32 kind, const float* matrix, ColorCorrectionHandle* handle) {
+    if (!matrix) return Refusal::matrix;
+    if (!handle) return Refusal::handle;
     try {
         std::unique_ptr<ColorCorrection> object(new ColorCorrection{{kind}, fixedPoint(matrix)});
         *handle = registry().adopt(std::move(object));
-        return success;
+        return Refusal::none;
     } catch (const std::bad_alloc&) {
-        return noMemory;
+        return Refusal::noMemory;
     }
 }
 
-Result destroyColorCorrection(ColorCorrectionHandle handle) {
+Refusal destroyColorCorrection(ColorCorrectionHandle handle) {
     try {
         if (handle) registry().remove(static_cast<const FunctorBase*>(handle));
     } catch (const thread::KELThreadException&) {
         // The answer is the same.
     }
-    return badArgument(1);
+    return Refusal::handle;
 }
 
 } // namespace kel
 
-// ---- The current face
+using namespace kel;
 
 OrvErrorType OrvCreateColorCorrectionMatrix_Int8(const float* matrix, ColorCorrectionHandle* handle) {
-    return kel::orv(kel::createColorCorrection(kel::kindInt8, matrix, handle));
+    return orv(createColorCorrection(kindInt8, matrix, handle));
 }
 
 OrvErrorType OrvCreateColorCorrectionMatrix_Int16(const float* matrix, ColorCorrectionHandle* handle) {
-    return kel::orv(kel::createColorCorrection(kel::kindInt16, matrix, handle));
+    return orv(createColorCorrection(kindInt16, matrix, handle));
 }
 
-OrvErrorType OrvDestroyColorCorrection(ColorCorrectionHandle handle) {
-    return kel::orv(kel::destroyColorCorrection(handle));
-}
+OrvErrorType OrvDestroyColorCorrection(ColorCorrectionHandle handle) { return orv(destroyColorCorrection(handle)); }

@@ -40,12 +40,10 @@ constexpr u32 storageBitsOfIndex(u32 index) {
 
 } // namespace
 
-Result bitsPerPixelOfIndex(u32 index, u32* bits) {
+Refusal bitsPerPixelOfIndex(u32 index, u32* bits) {
     const u32 found = storageBitsOfIndex(index);
-    if (found == 0) return badArgument(1);
-    if (!bits) return badArgument(2);
-    *bits = found;
-    return success;
+    const Refusal refusal = firstRefusal({{found != 0, Refusal::index}, {bits, Refusal::destination}});
+    return unlessRefused(refusal, [&] { *bits = found; });
 }
 
 } // namespace kel

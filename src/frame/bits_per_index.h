@@ -1,9 +1,9 @@
 #pragma once
-#include "support/result.h"
+#include "support/refusal.h"
 
 namespace kel {
 
 // Storage bits of a small format index, the numbering of OrvGetBitsPerPixel and OrvGetSIS.
-Result bitsPerPixelOfIndex(u32 index, u32* bits);
+Refusal bitsPerPixelOfIndex(u32 index, u32* bits);
 
 } // namespace kel

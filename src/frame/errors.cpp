@@ -3,6 +3,7 @@
 #include <span>
 
 #include "frame/error_texts.h"
+#include "legacy/words.h"
 #include "orvella/orv.h"
 #include "orvella/zeb.h"
 
@@ -14,8 +15,9 @@ constexpr std::string_view unknownCode = "return code not found";
 
 // Where a code stands twice the first row counts.
 const ErrorText* find(std::span<const ErrorText> texts, i64 code) {
-    const auto row = std::ranges::find(texts, code, &ErrorText::code);
-    return row == texts.end() ? nullptr : &*row;
+    for (const ErrorText& row : texts)
+        if (row.code == code) return &row;
+    return nullptr;
 }
 
 // The text with its NUL, cut to `size`; false if it was cut.
@@ -38,9 +40,9 @@ OrvErrorType OrvGetErrorInfo(OrvErrorType code, char* buffer, uint32_t size) {
 }
 
 uint32_t ZEB_GetErrorInfo(int64_t code, char* buffer, uint32_t size) {
-    if (!buffer) return 0x88000003;
-    if (size == 0) return 0x88000004;
+    if (!buffer) return kel::legacyParameter(2);
+    if (size == 0) return kel::legacyParameter(3);
     const kel::ErrorText* row = kel::find(kel::legacyErrorTexts, code);
     kel::copyText(row ? row->text : kel::unknownCode, buffer, size);
-    return 0;
+    return kel::legacySuccess;
 }

@@ -1,6 +1,4 @@
-// The dispatcher: from two image records to one family function.
-#include <utility>
-
+// The dispatcher: from two image records to one family.
 #include "bayer/bayer.h"
 #include "color/color.h"
 #include "correction/correction.h"
@@ -13,10 +11,7 @@ namespace kel {
 
 namespace {
 
-// Refusals of the dispatcher itself concern the source record, its first argument.
-constexpr Result badSource = badArgument(1);
-
-struct Job {
+struct Call {
     void* destination;
     void* source;
     const OrvImageInfo& info; // of the source
@@ -24,119 +19,123 @@ struct Job {
     std::span<const OrvTransformInfo> options;
 
     const OrvPixelInfo& pixel() const { return info.PixelInfo; }
-    u64 pixels() const { return u64{info.Width} * info.Height; }
-    i32 pattern() const { return static_cast<i32>(pixel().BayerPattern); }
     u32 debayerMode() const {
         const OrvTransformInfo* option = findOption(options, OrvTransformTypeDebayerMode);
         return option ? option->Parameter.DebayerMode : u32{OrvDebayerMode2x2};
     }
+
+    RunCall run() const { return {destination, source, u64{info.Width} * info.Height, output}; }
+    template <class Family> Refusal mosaic(const Family& family) const {
+        const auto pattern = static_cast<i32>(pixel().BayerPattern);
+        return convert(family, {destination, source, info.Width, info.Height, output, pattern});
+    }
 };
 
-Result transformMono(const Job& job) {
-    const OrvPixelInfo& pixel = job.pixel();
-    if (pixel.BitsPerPixel == 8) return y8ImageTransform(job.destination, job.source, job.pixels(), job.output);
-    if (pixel.BitsPerPixel != 16) return badSource;
+Refusal transformMono(const Call& call) {
+    const OrvPixelInfo& pixel = call.pixel();
+    if (pixel.BitsPerPixel == 8) return convert(y8, call.run());
+    if (pixel.BitsPerPixel != 16) return Refusal::format;
     if (pixel.BitsUsed != 16) {
         const OrvShiftRecord shift{0, pixel.Alignment, pixel.BitsUsed, pixel.Endianness, 0};
-        return y16ImageTransformEx(job.destination, job.source, job.pixels(), job.output, &shift);
+        return convertY16(call.run(), &shift);
     }
-    return pixel.Endianness != 0 ? y16BigEndianImageTransform(job.destination, job.source, job.pixels(), job.output)
-                                 : y16LittleEndianImageTransform(job.destination, job.source, job.pixels(), job.output);
+    return convert(pixel.Endianness != 0 ? y16BigEndian : y16LittleEndian, call.run());
 }
 
-Result transformMonoP(const Job& job) {
-    switch (job.pixel().BitsPerPixel) {
-    case 10: return y10pImageTransform(job.destination, job.source, job.pixels(), job.output);
-    case 12: return y12pImageTransform(job.destination, job.source, job.pixels(), job.output);
-    default: return badSource;
-    }
-}
-
-Result transformRaw8(const Job& job) {
-    const auto [width, height] = std::pair(job.info.Width, job.info.Height);
-    switch (job.debayerMode()) {
-    case OrvDebayerMode2x2:
-        return raw8ImageTransform(job.destination, job.source, width, height, job.output, job.pattern());
-    case OrvDebayerMode3x3:
-        return raw8ImageTransform3x3(job.destination, job.source, width, height, job.output, job.pattern());
-    case OrvDebayerModeLCAA:
-        return raw8ImageTransformIntLCAA(job.destination, job.source, width, height, job.output, job.pattern());
-    case OrvDebayerModeLCAAV:
-        return raw8ImageTransformIntLCAAV(job.destination, job.source, width, height, job.output, job.pattern());
-    case OrvDebayerModeYuv422:
-        return raw8ImageTransformIntYUV422(job.destination, job.source, width, height, job.output, job.pattern());
-    default: return badSource;
+Refusal transformMonoP(const Call& call) {
+    switch (call.pixel().BitsPerPixel) {
+    case 10: return convert(y10p, call.run());
+    case 12: return convert(y12p, call.run());
+    default: return Refusal::format;
     }
 }
 
-Result transformRaw16(const Job& job) {
-    const OrvPixelInfo& pixel = job.pixel();
-    if (pixel.BitsUsed == 16 && pixel.Endianness == 1)
-        return raw16ImageTransform(job.destination, job.source, job.info.Width, job.info.Height, job.output,
-                                   job.pattern());
+Refusal transformRaw8(const Call& call) {
+    switch (call.debayerMode()) {
+    case OrvDebayerMode2x2: return call.mosaic(raw8);
+    case OrvDebayerMode3x3: return call.mosaic(raw8By3x3);
+    case OrvDebayerModeLCAA: return call.mosaic(raw8ByLcaa);
+    case OrvDebayerModeLCAAV: return call.mosaic(raw8ByLcaav);
+    case OrvDebayerModeYuv422: return call.mosaic(raw8ByYuv422);
+    default: return Refusal::mode;
+    }
+}
+
+Refusal transformRaw16(const Call& call) {
+    const OrvPixelInfo& pixel = call.pixel();
+    if (pixel.BitsUsed == 16 && pixel.Endianness == 1) return call.mosaic(raw16);
     const OrvShiftRecord shift{0, pixel.Alignment, pixel.BitsUsed, pixel.Endianness, pixel.BayerPattern};
-    return raw16ImageTransformEx(job.destination, job.source, job.info.Width, job.info.Height, job.output, &shift);
+    return convertRaw16(call.destination, call.source, call.info.Width, call.info.Height, call.output, &shift);
 }
 
-Result transformRaw(const Job& job) {
-    switch (job.pixel().BitsPerPixel) {
-    case 8: return transformRaw8(job);
-    case 16: return transformRaw16(job);
-    default: return badSource;
+Refusal transformRaw(const Call& call) {
+    switch (call.pixel().BitsPerPixel) {
+    case 8: return transformRaw8(call);
+    case 16: return transformRaw16(call);
+    default: return Refusal::format;
     }
 }
 
 // 10p and 12p, which know 2x2 only; other depths are looked up among the plain mosaics.
-Result transformRawP(const Job& job) {
-    const u32 bits = job.pixel().BitsPerPixel;
-    if (bits != 10 && bits != 12) return transformRaw(job);
-    if (job.debayerMode() > OrvDebayerModeYuv422) return badSource;
-    if (job.debayerMode() != OrvDebayerMode2x2) return notImplemented;
-    const auto family = bits == 10 ? raw10pImageTransform : raw12pImageTransform;
-    return family(job.destination, job.source, job.info.Width, job.info.Height, job.output, job.pattern());
+Refusal transformRawP(const Call& call) {
+    const u32 bits = call.pixel().BitsPerPixel;
+    if (bits != 10 && bits != 12) return transformRaw(call);
+    if (call.debayerMode() > OrvDebayerModeYuv422) return Refusal::mode;
+    if (call.debayerMode() != OrvDebayerMode2x2) return Refusal::notOffered;
+    return call.mosaic(bits == 10 ? raw10p : raw12p);
 }
 
 // 12Packed; other depths are looked up among the bit-packed mosaics. BGR, RGBA and BGRA sources of a depth that their
-// own family does not know end here as well, as they always have.
-Result transformRawPacked(const Job& job) {
-    if (job.pixel().BitsPerPixel != 12) return transformRawP(job);
-    return raw12ImageTransform(job.destination, job.source, job.info.Width, job.info.Height, job.output, job.pattern());
+// own family does not know end here as well.
+Refusal transformRawPacked(const Call& call) {
+    return call.pixel().BitsPerPixel == 12 ? call.mosaic(raw12Packed) : transformRawP(call);
 }
 
-Result transformBgr(const Job& job) {
-    switch (job.pixel().BitsPerPixel) {
-    case 24: return bgr8ImageTransform(job.destination, job.source, job.pixels(), job.output);
-    case 32: return rgba8ImageTransform(job.destination, job.source, job.pixels(), job.output); // RGBA, not BGRA
-    default: return transformRawPacked(job);
+Refusal transformBgr(const Call& call) {
+    switch (call.pixel().BitsPerPixel) {
+    case 24: return convert(bgr8, call.run());
+    case 32: return convert(rgba8, call.run()); // RGBA, not BGRA
+    default: return transformRawPacked(call);
     }
 }
 
-Result transform(const Job& job) {
-    const u32 bits = job.pixel().BitsPerPixel, width = job.info.Width;
-    switch (job.pixel().PixelLayout) {
-    case OrvPixelLayoutMono: return transformMono(job);
-    case OrvPixelLayoutMonoPacked:
-        return bits == 12 ? y12ImageTransform(job.destination, job.source, job.pixels(), job.output) : badSource;
-    case OrvPixelLayoutMonoP: return transformMonoP(job);
-    case OrvPixelLayoutRgb:
-        return bits == 24 ? rgb8ImageTransform(job.destination, job.source, job.pixels(), job.output) : badSource;
-    case OrvPixelLayoutBgr: return transformBgr(job);
-    case OrvPixelLayoutRgba:
-        return bits == 32 ? rgba8ImageTransform(job.destination, job.source, job.pixels(), job.output)
-                          : transformRawPacked(job);
-    case OrvPixelLayoutBgra:
-        return bits == 32 ? bgra8ImageTransform(job.destination, job.source, job.pixels(), job.output)
-                          : transformRawPacked(job);
-    case OrvPixelLayoutYuv411:
-        return width % 4 == 0 ? yuv411ImageTransform(job.destination, job.source, job.pixels(), job.output) : badSource;
-    case OrvPixelLayoutYuv422:
-        return width % 2 == 0 ? yuv422ImageTransform(job.destination, job.source, job.pixels(), job.output) : badSource;
-    case OrvPixelLayoutYuv444: return yuv444ImageTransform(job.destination, job.source, job.pixels(), job.output);
-    case OrvPixelLayoutRawPacked: return transformRawPacked(job);
-    case OrvPixelLayoutRawP: return transformRawP(job);
-    case OrvPixelLayoutRaw: return transformRaw(job);
-    default: return badSource;
+Refusal transform(const Call& call) {
+    const u32 bits = call.pixel().BitsPerPixel, width = call.info.Width;
+    switch (call.pixel().PixelLayout) {
+    case OrvPixelLayoutMono: return transformMono(call);
+    case OrvPixelLayoutMonoPacked: return bits == 12 ? convert(y12Packed, call.run()) : Refusal::format;
+    case OrvPixelLayoutMonoP: return transformMonoP(call);
+    case OrvPixelLayoutRgb: return bits == 24 ? convert(rgb8, call.run()) : Refusal::format;
+    case OrvPixelLayoutBgr: return transformBgr(call);
+    case OrvPixelLayoutRgba: return bits == 32 ? convert(rgba8, call.run()) : transformRawPacked(call);
+    case OrvPixelLayoutBgra: return bits == 32 ? convert(bgra8, call.run()) : transformRawPacked(call);
+    case OrvPixelLayoutYuv411: return width % 4 == 0 ? convert(yuv411, call.run()) : Refusal::width;
+    case OrvPixelLayoutYuv422: return width % 2 == 0 ? convert(yuv422, call.run()) : Refusal::width;
+    case OrvPixelLayoutYuv444: return convert(yuv444, call.run());
+    case OrvPixelLayoutRawPacked: return transformRawPacked(call);
+    case OrvPixelLayoutRawP: return transformRawP(call);
+    case OrvPixelLayoutRaw: return transformRaw(call);
+    default: return Refusal::format;
     }
+}
+
+// What the records say by themselves.
+Refusal checkImages(const OrvImage* source, const OrvImage* destination) {
+    if (!source || !destination || !source->Data || !destination->Data) return Refusal::source;
+    const OrvImageInfo &from = source->ImageInfo, &to = destination->ImageInfo;
+    return firstRefusal({{from.Height == to.Height, Refusal::height},
+                         {from.Width == to.Width, Refusal::width},
+                         {source->Size == sizeof(OrvImage), Refusal::structSize},
+                         {destination->Size == sizeof(OrvImage), Refusal::structSize}});
+}
+
+Refusal transform(const OrvImage& source, const OrvImage& destination, std::span<const OrvTransformInfo> options) {
+    if (const OrvTransformInfo* correction = findOption(options, OrvTransformTypeColorCorrection))
+        return correctionTransform(source, destination, correction->Parameter.Matrix);
+    const auto [refusal, output] = outputOf(destination.ImageInfo.PixelInfo);
+    if (refusal != Refusal::none) return refusal;
+    if (output == OrvOutputYuv422 && source.ImageInfo.Width % 2 != 0) return Refusal::width;
+    return transform({destination.Data, source.Data, source.ImageInfo, output, options});
 }
 
 } // namespace
@@ -145,18 +144,7 @@ Result transform(const Job& job) {
 
 OrvErrorType OrvImageTransform(const OrvImage* source, OrvImage* destination, const OrvTransformInfo* info,
                                uint32_t count) {
-    if (!source || !destination || !source->Data || !destination->Data) return OrvErrorBadParameter;
-    if (destination->ImageInfo.Height != source->ImageInfo.Height) return OrvErrorBadParameter;
-    if (destination->ImageInfo.Width != source->ImageInfo.Width) return OrvErrorBadParameter;
-    if (source->Size != sizeof(OrvImage) || destination->Size != sizeof(OrvImage)) return OrvErrorStructSize;
-
-    const std::span<const OrvTransformInfo> options(info, info ? count : 0);
-    if (const OrvTransformInfo* correction = kel::findOption(options, OrvTransformTypeColorCorrection))
-        return kel::orv(kel::correctionTransform(*source, *destination, correction->Parameter.Matrix));
-
-    kel::u32 output = 0;
-    if (const kel::Result refusal = kel::outputOf(destination->ImageInfo.PixelInfo, output); !refusal.ok())
-        return kel::orv(refusal);
-    if (output == OrvOutputYuv422 && source->ImageInfo.Width % 2 != 0) return OrvErrorBadParameter;
-    return kel::orv(kel::transform({destination->Data, source->Data, source->ImageInfo, output, options}));
+    const kel::Refusal refusal = kel::checkImages(source, destination);
+    if (refusal != kel::Refusal::none) return kel::orv(refusal);
+    return kel::orv(kel::transform(*source, *destination, {info, info ? count : 0}));
 }

@@ -3,9 +3,9 @@
 #include <cstring>
 #include <string_view>
 
+#include "legacy/words.h"
 #include "orvella/orv.h"
 #include "orvella/zeb.h"
-#include "support/integers.h"
 
 namespace kel {
 
@@ -14,19 +14,17 @@ namespace {
 constexpr u32 version = u32{ORVELLA_VERSION_MAJOR} << 24 | u32{ORVELLA_VERSION_MINOR} << 16 |
                         u32{ORVELLA_VERSION_PATCH} << 8 | u32{ORVELLA_VERSION_TWEAK};
 
-constexpr u32 parameter1Invalid = 0x88000002;
-
 constexpr OrvErrorType fromLegacyWord(u32 word) {
-    if (word >= 0x88000002 && word <= 0x8800000D) return OrvErrorBadParameter;
+    if (word >= legacyParameter1 && word <= legacyParameter12) return OrvErrorBadParameter;
     switch (word) {
-    case 0: return OrvErrorSuccess;
-    case 0x88000000: return OrvErrorInternalFault;
-    case 0x88000012: return OrvErrorNotImplemented;
-    case 0x88000013: return OrvErrorNotSupported;
-    case 0x88000015: return OrvErrorApiNotStarted;
-    case 0x88000019:
-    case 0x8800001A: return OrvErrorResources;
-    case 234: return OrvErrorMoreData; // the operating system's code for it
+    case legacySuccess: return OrvErrorSuccess;
+    case legacyGeneralError: return OrvErrorInternalFault;
+    case legacyNotImplemented: return OrvErrorNotImplemented;
+    case legacyNotSupported: return OrvErrorNotSupported;
+    case legacyNotStarted: return OrvErrorApiNotStarted;
+    case legacyNoResources:
+    case legacyNoMemory: return OrvErrorResources;
+    case legacyMoreData: return OrvErrorMoreData;
     default: return OrvErrorOther;
     }
 }
@@ -59,17 +57,17 @@ constexpr Capabilities probePlatform() { return {0, 0}; }
 } // namespace kel
 
 uint32_t ZEB_GetVersion(uint32_t* version) {
-    if (!version) return kel::parameter1Invalid;
+    if (!version) return kel::legacyParameter1;
     *version = kel::version;
-    return 0;
+    return kel::legacySuccess;
 }
 
 OrvErrorType OrvGetVersion(uint32_t* version) { return kel::fromLegacyWord(ZEB_GetVersion(version)); }
 
 uint32_t ZEB_GetApiInfoString(uint32_t type, char* buffer, uint32_t size) {
-    if (!buffer) return kel::parameter1Invalid;
+    if (!buffer) return kel::legacyParameter1;
     kel::copyTerminated(kel::buildDescription(type), buffer, size);
-    return 0;
+    return kel::legacySuccess;
 }
 
 OrvErrorType OrvGetApiInfoString(uint32_t type, char* buffer, uint32_t size) {
@@ -79,17 +77,17 @@ OrvErrorType OrvGetApiInfoString(uint32_t type, char* buffer, uint32_t size) {
 }
 
 uint32_t ZEB_GetTechnoInfo(OrvTechnoInfo* record) {
-    if (!record) return kel::parameter1Invalid;
+    if (!record) return kel::legacyParameter1;
     constexpr int bits[] = {0, 1, 2, 3, 4, 8}; // of the six capabilities
     const auto [a, b] = kel::probePlatform();
     for (int k = 0; k < 6; ++k) {
         record->Flags[2 * k] = a >> bits[k] & 1;
         record->Flags[2 * k + 1] = b >> bits[k] & 1;
     }
-    return 0;
+    return kel::legacySuccess;
 }
 
 OrvErrorType OrvGetTechnoInfo(OrvTechnoInfo* record) {
-    if (!record) return static_cast<OrvErrorType>(kel::parameter1Invalid); // the word itself, untranslated
+    if (!record) return static_cast<OrvErrorType>(kel::legacyParameter1); // the word itself, untranslated
     return kel::fromLegacyWord(ZEB_GetTechnoInfo(record));
 }

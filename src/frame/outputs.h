@@ -1,7 +1,7 @@
 // The eleven outputs as image descriptions: one row per OrvOutputCode, and the way back from a description to the code.
 #pragma once
 #include "orvella/orv.h"
-#include "support/result.h"
+#include "support/refusal.h"
 
 namespace kel {
 
@@ -27,6 +27,10 @@ constexpr OutputFormat outputFormats[] = {
 static_assert(sizeof outputFormats / sizeof *outputFormats == OrvOutputRgb48 + 1);
 
 // The output that a destination describes.
-Result outputOf(const OrvPixelInfo& destination, u32& output);
+struct DescribedOutput {
+    Refusal refusal;
+    u32 output;
+};
+DescribedOutput outputOf(const OrvPixelInfo& destination);
 
 } // namespace kel

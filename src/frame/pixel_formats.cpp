@@ -1,8 +1,5 @@
 #include "frame/pixel_formats.h"
 
-#include <algorithm>
-#include <iterator>
-
 namespace kel {
 
 namespace {
@@ -111,8 +108,9 @@ OrvErrorType answer(uint32_t* out, OrvPixelFormatType code, u32 PixelFormat::*co
 std::span<const PixelFormat> pixelFormats() { return table; }
 
 const PixelFormat* findPixelFormat(OrvPixelFormatType code) {
-    const auto row = std::ranges::find(table, code, &PixelFormat::code);
-    return row == std::end(table) ? nullptr : row;
+    for (const PixelFormat& row : table)
+        if (row.code == code) return &row;
+    return nullptr;
 }
 
 } // namespace kel

@@ -8,58 +8,53 @@ namespace kel {
 
 namespace {
 
-struct Job {
+struct Call {
     void* destination;
     const void* source;
     u32 output;
     u32 width, height;
-    OrvPixelFormatType format;
     u32 bits, bitsUsed;
 
-    u64 pixels() const { return u64{width} * height; }
+    RunCall run() const { return {destination, source, u64{width} * height, output}; }
 };
 
-Result transformColour(const Job& job) {
-    const auto by = [&job](auto family) { return family(job.destination, job.source, job.pixels(), job.output); };
-    switch (job.format) {
-    case OrvPixelFormatYuv411: return by(yuv411ImageTransform);
-    case OrvPixelFormatYuv422: return by(yuv422ImageTransform);
-    case OrvPixelFormatYuv444: return by(yuv444ImageTransform);
-    case OrvPixelFormatRgb8: return by(rgb8ImageTransform);
-    case OrvPixelFormatBgr8: return by(bgr8ImageTransform);
-    case OrvPixelFormatRgba8: return by(rgba8ImageTransform);
-    case OrvPixelFormatBgra8: return by(bgra8ImageTransform);
-    default: return badArgument(7); // Rgb16 and the YCbCr names
+Refusal transformColour(const RunCall& call, OrvPixelFormatType format) {
+    switch (format) {
+    case OrvPixelFormatYuv411: return convert(yuv411, call);
+    case OrvPixelFormatYuv422: return convert(yuv422, call);
+    case OrvPixelFormatYuv444: return convert(yuv444, call);
+    case OrvPixelFormatRgb8: return convert(rgb8, call);
+    case OrvPixelFormatBgr8: return convert(bgr8, call);
+    case OrvPixelFormatRgba8: return convert(rgba8, call);
+    case OrvPixelFormatBgra8: return convert(bgra8, call);
+    default: return Refusal::format; // Rgb16 and the YCbCr names
     }
 }
 
 // 12 bits are read as 12Packed, Mono12p as well; 16 used bits as big-endian.
-Result transformMono(const Job& job) {
-    const OrvShiftRecord shift{0, 1, job.bitsUsed, 0, 0};
-    switch (job.bits) {
-    case 8: return y8ImageTransform(job.destination, job.source, job.pixels(), job.output);
-    case 12: return y12ImageTransform(job.destination, job.source, job.pixels(), job.output);
-    case 16:
-        return job.bitsUsed == 16 ? y16BigEndianImageTransform(job.destination, job.source, job.pixels(), job.output)
-                                  : y16ImageTransformEx(job.destination, job.source, job.pixels(), job.output, &shift);
-    default: return badArgument(7);
+Refusal transformMono(const Call& call) {
+    const OrvShiftRecord shift{0, 1, call.bitsUsed, 0, 0};
+    switch (call.bits) {
+    case 8: return convert(y8, call.run());
+    case 12: return convert(y12Packed, call.run());
+    case 16: return call.bitsUsed == 16 ? convert(y16BigEndian, call.run()) : convertY16(call.run(), &shift);
+    default: return Refusal::format;
     }
 }
 
 // The same for mosaics.
-Result transformMosaic(const Job& job, u32 pattern) {
-    const OrvShiftRecord shift{0, 1, job.bitsUsed, 0, pattern};
-    const auto by = [&](auto family) {
-        return family(job.destination, job.source, job.width, job.height, job.output, static_cast<i32>(pattern));
-    };
-    switch (job.bits) {
-    case 8: return by(raw8ImageTransform);
-    case 12: return by(raw12ImageTransform);
+Refusal transformMosaic(const Call& call, u32 pattern) {
+    const OrvShiftRecord shift{0, 1, call.bitsUsed, 0, pattern};
+    const MosaicCall mosaic{call.destination, call.source, call.width,
+                            call.height,      call.output, static_cast<i32>(pattern)};
+    switch (call.bits) {
+    case 8: return convert(raw8, mosaic);
+    case 12: return convert(raw12Packed, mosaic);
     case 16:
-        return job.bitsUsed == 16
-                   ? by(raw16ImageTransform)
-                   : raw16ImageTransformEx(job.destination, job.source, job.width, job.height, job.output, &shift);
-    default: return badArgument(7);
+        return call.bitsUsed == 16
+                   ? convert(raw16, mosaic)
+                   : convertRaw16(call.destination, call.source, call.width, call.height, call.output, &shift);
+    default: return Refusal::format;
     }
 }
 
@@ -74,12 +69,12 @@ OrvErrorType OrvTransformOLD(void* destination, OrvOutputCode output, const void
     if (const OrvErrorType refusal = OrvIsColor(&isColour, format)) return refusal;
 
     // A format that OrvIsColor knows the other queries know as well.
-    kel::Job job{destination, source, output, width, height, format, 0, 0};
-    OrvBitsPerPixel(&job.bits, format);
-    OrvBitsPerPixelUsed(&job.bitsUsed, format);
+    kel::Call call{destination, source, output, width, height, 0, 0};
+    OrvBitsPerPixel(&call.bits, format);
+    OrvBitsPerPixelUsed(&call.bitsUsed, format);
     uint32_t pattern = OrvBayerPatternNone;
     OrvGetBayerPattern(&pattern, format);
 
-    if (isColour) return kel::orv(kel::transformColour(job));
-    return kel::orv(pattern == OrvBayerPatternNone ? kel::transformMono(job) : kel::transformMosaic(job, pattern));
+    if (isColour) return kel::orv(kel::transformColour(call.run(), format));
+    return kel::orv(pattern == OrvBayerPatternNone ? kel::transformMono(call) : kel::transformMosaic(call, pattern));
 }

@@ -31,46 +31,46 @@ constexpr u32 elementOf(u32 coding) {
 
 } // namespace
 
-Result flip(void* image, u32 width, u32 height, i32 mode, u32 coding) {
-    if (!image) return badArgument(1);
-    if (width == 0) return badArgument(2);
-    if (height < 2) return badArgument(3);
-    if (mode < horizontal || mode > both) return badArgument(4);
-    u32 element = elementOf(coding);
-    if (element == 0 && mode != vertical) return badArgument(5);
-    if (element == 0) element = 1;
+Refusal flip(void* image, u32 width, u32 height, i32 mode, u32 coding) {
+    const bool known = elementOf(coding) != 0;
+    const u32 element = known ? elementOf(coding) : 1;
     const u64 lineLength = u64{width} * element;
-    if (lineLength > std::numeric_limits<u32>::max()) return badArgument(2);
+    const Refusal refusal = firstRefusal({{image, Refusal::image},
+                                          {width > 0, Refusal::width},
+                                          {height >= 2, Refusal::height},
+                                          {mode >= horizontal && mode <= both, Refusal::mode},
+                                          {known || mode == vertical, Refusal::coding},
+                                          {lineLength <= std::numeric_limits<u32>::max(), Refusal::width}});
+    if (refusal != Refusal::none) return refusal;
 
     if (mode == vertical) return flipVertical(image, static_cast<u32>(lineLength), height);
-    u8* const bytes = static_cast<u8*>(image);
     const Reverse reverse = geometryKernels().reverse[element];
     if (mode == both)
-        reverse(bytes, size_t{width} * height);
+        reverse(bytes(image), size_t{width} * height);
     else
-        for (size_t y = 0; y < height; ++y) reverse(bytes + y * lineLength, width);
-    return success;
+        for (size_t y = 0; y < height; ++y) reverse(bytes(image) + y * lineLength, width);
+    return Refusal::none;
 }
 
-Result flipVertical(void* image, u32 lineLength, u32 height) {
-    if (!image) return badArgument(1);
-    if (lineLength == 0) return badArgument(2);
-    if (height < 2) return badArgument(3);
-
-    u8* top = static_cast<u8*>(image);
-    u8* bottom = top + size_t{lineLength} * (height - 1);
-    for (; top < bottom; top += lineLength, bottom -= lineLength) geometryKernels().exchange(top, bottom, lineLength);
-    return success;
+Refusal flipVertical(void* image, u32 lineLength, u32 height) {
+    const Refusal refusal =
+        firstRefusal({{image, Refusal::image}, {lineLength > 0, Refusal::lineLength}, {height >= 2, Refusal::height}});
+    return unlessRefused(refusal, [&] {
+        u8* top = bytes(image);
+        u8* bottom = top + size_t{lineLength} * (height - 1);
+        for (; top < bottom; top += lineLength, bottom -= lineLength)
+            geometryKernels().exchange(top, bottom, lineLength);
+    });
 }
 
 } // namespace kel
 
-// ---- The current face
+using namespace kel;
 
 OrvErrorType OrvFlip(void* image, uint32_t width, uint32_t height, int32_t mode, uint32_t coding) {
-    return kel::orv(kel::flip(image, width, height, mode, coding));
+    return orv(flip(image, width, height, mode, coding));
 }
 
 OrvErrorType OrvFlipVertical(void* image, uint32_t lineLength, uint32_t height) {
-    return kel::orv(kel::flipVertical(image, lineLength, height));
+    return orv(flipVertical(image, lineLength, height));
 }

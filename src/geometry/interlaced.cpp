@@ -20,30 +20,30 @@ void weave(u8* destination, const u8* first, const u8* second, size_t lineLength
 
 } // namespace
 
-Result interlacedToProgressive(void* destination, const void* source, u32 lineLength, u32 lines) {
-    if (!destination) return badArgument(1);
-    if (!source) return badArgument(2);
-    if (lines % 2 != 0) return badArgument(4);
+Refusal interlacedToProgressive(void* destination, const void* source, u32 lineLength, u32 lines) {
+    const Refusal refusal = firstRefusal(
+        {{destination, Refusal::destination}, {source, Refusal::source}, {lines % 2 == 0, Refusal::lines}});
+    if (refusal != Refusal::none) return refusal;
 
-    u8* const to = static_cast<u8*>(destination);
-    const u8* const from = static_cast<const u8*>(source);
+    u8* const to = bytes(destination);
+    const u8* const from = bytes(source);
     const size_t pairs = lines / 2;
     if (to != from) {
         weave(to, from, from + size_t{lines} * (lineLength / 2), lineLength, pairs);
-        return success;
+        return Refusal::none;
     }
     const size_t half = pairs * lineLength;
     const std::unique_ptr<u8[]> first(new (std::nothrow) u8[half]);
-    if (!first) return noMemory;
+    if (!first) return Refusal::noMemory;
     std::memcpy(first.get(), from, half);
     weave(to, first.get(), from + half, lineLength, pairs);
-    return success;
+    return Refusal::none;
 }
 
 } // namespace kel
 
-// ---- The current face
+using namespace kel;
 
 OrvErrorType OrvInterlacedToProgressive(void* destination, const void* source, uint32_t lineLength, uint32_t lines) {
-    return kel::orv(kel::interlacedToProgressive(destination, source, lineLength, lines));
+    return orv(interlacedToProgressive(destination, source, lineLength, lines));
 }

@@ -86,56 +86,48 @@ void resample(u8* destination, const u8* source, const Scanlines& scanlines, con
 
 } // namespace
 
-Result resampleScanlinesEx(void* destination, const void* source, const Scanlines& lines, u32 mode, float a, float b) {
-    if (!destination) return badArgument(1);
-    if (!source) return badArgument(2);
-    if (lines.bytesPerPixel < 1 || lines.bytesPerPixel > 6) return badArgument(8);
-    if (mode > linear) return badArgument(9);
-    if (b == 0) return badArgument(11);
-    if (lines.destinationLength <= 0 || lines.sourceLength <= 0 || lines.count <= 0) return success;
-
-    // Linear mode has always minded the end of the output line, not of the source line.
-    const i32 length = mode == linear ? lines.destinationLength : lines.sourceLength;
-    resample(static_cast<u8*>(destination), static_cast<const u8*>(source), lines,
-             {.step = a / b, .last = length - 1, .mode = static_cast<Mode>(mode)});
-    return success;
+Refusal resampleScanlines(void* destination, const void* source, const Scanlines& lines, u32 mode, float a, float b) {
+    const Refusal refusal =
+        firstRefusal({{destination, Refusal::destination},
+                      {source, Refusal::source},
+                      {lines.bytesPerPixel >= 1 && lines.bytesPerPixel <= 6, Refusal::bytesPerPixel},
+                      {mode <= linear, Refusal::mode},
+                      {b != 0, Refusal::ratio}});
+    return unlessRefused(refusal, [&] {
+        if (lines.destinationLength <= 0 || lines.sourceLength <= 0 || lines.count <= 0) return;
+        // Linear mode minds the end of the output line, not of the source line.
+        const i32 length = mode == linear ? lines.destinationLength : lines.sourceLength;
+        resample(bytes(destination), bytes(source), lines,
+                 {.step = a / b, .last = length - 1, .mode = static_cast<Mode>(mode)});
+    });
 }
 
-Result resampleScanlines(void* destination, const void* source, i32 destinationLength, i32 sourceLength, i32 count,
-                         u32 bytesPerPixel, u32 mode, float a, float b) {
-    const Scanlines dense{destinationLength, destinationLength, sourceLength, sourceLength, count, bytesPerPixel};
-    Result result = resampleScanlinesEx(destination, source, dense, mode, a, b);
-    if (result.argument > 2) result.argument -= 2; // there are no pitches here
-    return result;
-}
-
-Result resampledScanlineLength(u32* result, i32 sourceLength, float a, float b) {
-    if (!result) return badArgument(1);
-    if (b == 0) return badArgument(4);
-
-    constexpr double lowest = std::numeric_limits<i32>::min(), highest = std::numeric_limits<u32>::max() - 3;
-    const float product = static_cast<float>(sourceLength) * b;
-    const double quotient = static_cast<double>(product) / a;
-    const i64 length = std::isnan(quotient) ? 0 : static_cast<i64>(std::clamp(quotient, lowest, highest));
-    *result = static_cast<u32>(length % 4 == 0 ? length : length / 4 * 4 + 4);
-    return success;
+Refusal resampledScanlineLength(u32* result, i32 sourceLength, float a, float b) {
+    const Refusal refusal = firstRefusal({{result, Refusal::destination}, {b != 0, Refusal::ratio}});
+    return unlessRefused(refusal, [&] {
+        constexpr double lowest = std::numeric_limits<i32>::min(), highest = std::numeric_limits<u32>::max() - 3;
+        const float product = static_cast<float>(sourceLength) * b;
+        const double quotient = static_cast<double>(product) / a;
+        const i64 length = std::isnan(quotient) ? 0 : static_cast<i64>(std::clamp(quotient, lowest, highest));
+        *result = static_cast<u32>(length % 4 == 0 ? length : length / 4 * 4 + 4);
+    });
 }
 
 } // namespace kel
 
-// ---- The current face
+using namespace kel;
 
 namespace {
 
-// These two have always said 1 where others say 0.
-OrvErrorType oneOnSuccess(kel::Result result) { return result.ok() ? 1 : kel::orv(result); }
+// These two say 1 where others say 0.
+OrvErrorType oneOnSuccess(Refusal refusal) { return refusal == Refusal::none ? 1 : orv(refusal); }
 
 } // namespace
 
 OrvErrorType OrvResampleScanlinesEx(void* destination, const void* source, int32_t destinationLength,
                                     int32_t destinationPitch, int32_t sourceLength, int32_t sourcePitch, int32_t lines,
                                     uint32_t bytesPerPixel, uint32_t mode, float a, float b) {
-    return oneOnSuccess(kel::resampleScanlinesEx(
+    return oneOnSuccess(resampleScanlines(
         destination, source, {destinationLength, destinationPitch, sourceLength, sourcePitch, lines, bytesPerPixel},
         mode, a, b));
 }
@@ -143,10 +135,10 @@ OrvErrorType OrvResampleScanlinesEx(void* destination, const void* source, int32
 OrvErrorType OrvResampleScanlines(void* destination, const void* source, int32_t destinationLength,
                                   int32_t sourceLength, int32_t lines, uint32_t bytesPerPixel, uint32_t mode, float a,
                                   float b) {
-    return oneOnSuccess(
-        kel::resampleScanlines(destination, source, destinationLength, sourceLength, lines, bytesPerPixel, mode, a, b));
+    return oneOnSuccess(resampleScanlines(destination, source,
+                                          dense(destinationLength, sourceLength, lines, bytesPerPixel), mode, a, b));
 }
 
 OrvErrorType OrvGetResampledScanlineLength(uint32_t* result, int32_t sourceLength, float a, float b) {
-    return kel::orv(kel::resampledScanlineLength(result, sourceLength, a, b));
+    return orv(resampledScanlineLength(result, sourceLength, a, b));
 }

@@ -14,32 +14,31 @@ constexpr size_t blockSizeOf(i32 kind) { return kind == 1 ? 12 : kind == 2 ? 52 
 
 } // namespace
 
-Result extractSis(void* destination, const void* image, u32 width, u32 height, u32 formatIndex, i32 line, i32 kind) {
-    if (!destination) return badArgument(1);
-    if (!image) return badArgument(2);
-    if (width == 0) return badArgument(3);
-    if (height == 0) return badArgument(4);
+Refusal extractSis(void* destination, const void* image, u32 width, u32 height, u32 formatIndex, i32 line, i32 kind) {
     u32 bits = 0;
-    if (const Result refusal = bitsPerPixelOfIndex(formatIndex, &bits); !refusal.ok()) return badArgument(5);
-
+    const bool known = bitsPerPixelOfIndex(formatIndex, &bits) == Refusal::none;
     // A line from the top, or pixels back from the end.
     const Exact pixels = Exact{width} * height;
-    const Exact startBit = (line >= 0 ? Exact{line} * width : pixels + line) * bits;
-    if (startBit % 8 != 0) return badArgument(6);
+    const Exact startBit = (line >= 0 ? Exact{line} * width : pixels + line) * bits, start = startBit / 8;
     const size_t blockSize = blockSizeOf(kind);
-    if (blockSize == 0) return badArgument(7);
-    const Exact start = startBit / 8;
-    if (start < 0 || start + Exact{blockSize} >= pixels * bits / 8) return fault;
-
-    std::memcpy(destination, static_cast<const u8*>(image) + static_cast<size_t>(start), blockSize);
-    return success;
+    const bool inside = start >= 0 && start + Exact{blockSize} < pixels * bits / 8;
+    const Refusal refusal = firstRefusal({{destination, Refusal::destination},
+                                          {image, Refusal::source},
+                                          {width > 0, Refusal::width},
+                                          {height > 0, Refusal::height},
+                                          {known, Refusal::index},
+                                          {startBit % 8 == 0, Refusal::line},
+                                          {blockSize > 0, Refusal::kind},
+                                          {inside, Refusal::kernelFault}});
+    return unlessRefused(refusal,
+                         [&] { std::memcpy(destination, bytes(image) + static_cast<size_t>(start), blockSize); });
 }
 
 } // namespace kel
 
-// ---- The current face
+using namespace kel;
 
 OrvErrorType OrvGetSIS(void* destination, const void* image, uint32_t width, uint32_t height, uint32_t formatIndex,
                        int32_t line, int32_t kind) {
-    return kel::orv(kel::extractSis(destination, image, width, height, formatIndex, line, kind));
+    return orv(extractSis(destination, image, width, height, formatIndex, line, kind));
 }

@@ -1,21 +1,19 @@
-// The mono families. Arguments and refusals: orvella/orv.h.
+// The mono sources. Arguments and refusals: orvella/orv.h.
 #pragma once
+#include "mono/mono_kernels.h"
 #include "orvella/orv.h"
-#include "support/result.h"
+#include "support/run_family.h"
 
 namespace kel {
 
-// The current face refuses a count of 0 here, the legacy face does not.
-enum class EmptyRun { refused, allowed };
+constexpr RunFamily y8{[](u32 output) { return monoKernels().y8[output]; }, notEmpty};
+constexpr RunFamily y16BigEndian{[](u32 output) { return monoKernels().y16BigEndian[output]; }, notEmpty};
+constexpr RunFamily y16LittleEndian{[](u32 output) { return monoKernels().y16LittleEndian[output]; }, notEmpty};
+constexpr RunFamily y12Packed{[](u32 output) { return monoKernels().y12[output]; }, {.multipleOf = 2}};
+constexpr RunFamily y10p{[](u32 output) { return monoKernels().y10p[output]; }};
+constexpr RunFamily y12p{[](u32 output) { return monoKernels().y12p[output]; }, {.multipleOf = 2}};
 
-Result y8ImageTransform(void* destination, const void* source, u64 pixels, u32 output,
-                        EmptyRun empty = EmptyRun::refused);
-Result y16BigEndianImageTransform(void* destination, const void* source, u64 pixels, u32 output,
-                                  EmptyRun empty = EmptyRun::refused);
-Result y16LittleEndianImageTransform(void* destination, const void* source, u64 pixels, u32 output);
-Result y16ImageTransformEx(void* destination, const void* source, u64 pixels, u32 output, const OrvShiftRecord* shift);
-Result y12ImageTransform(void* destination, const void* source, u64 pixels, u32 output);
-Result y10pImageTransform(void* destination, const void* source, u64 pixels, u32 output);
-Result y12pImageTransform(void* destination, const void* source, u64 pixels, u32 output);
+// 16-bit words with fewer bits used; no record: big-endian, unshifted.
+Refusal convertY16(const RunCall& call, const OrvShiftRecord* record);
 
 } // namespace kel

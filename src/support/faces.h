@@ -1,34 +1,19 @@
-// What the two exported faces answer for a Result.
+// What the current face answers. (The legacy face: legacy/words.h.)
 #pragma once
 #include "orvella/orv.h"
-#include "support/result.h"
+#include "support/refusal.h"
 
 namespace kel {
 
-// The current face: OrvErrorType codes.
-constexpr OrvErrorType orv(Result result) {
-    switch (result.failure) {
-    case Failure::none: return OrvErrorSuccess;
-    case Failure::badArgument: return OrvErrorBadParameter;
-    case Failure::structSize: return OrvErrorStructSize;
-    case Failure::notImplemented: return OrvErrorNotImplemented;
-    case Failure::noMemory: return OrvErrorResources;
-    case Failure::fault: break;
+constexpr OrvErrorType orv(Refusal refusal) {
+    switch (refusal) {
+    case Refusal::none: return OrvErrorSuccess;
+    case Refusal::notOffered: return OrvErrorNotImplemented;
+    case Refusal::structSize: return OrvErrorStructSize;
+    case Refusal::kernelFault: return OrvErrorInternalFault;
+    case Refusal::noMemory: return OrvErrorResources;
+    default: return OrvErrorBadParameter;
     }
-    return OrvErrorInternalFault;
-}
-
-// The legacy face: result words.
-constexpr u32 zeb(Result result) {
-    switch (result.failure) {
-    case Failure::none: return 0;
-    case Failure::badArgument: return 0x88000001 + result.argument;
-    case Failure::notImplemented: return 0x88000012;
-    case Failure::noMemory: return 0x8800001A;
-    case Failure::structSize:
-    case Failure::fault: break;
-    }
-    return 0x88000001;
 }
 
 } // namespace kel

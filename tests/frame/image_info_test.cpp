@@ -45,8 +45,8 @@ TEST(ImageInfo, DescribesTheOutputs) {
         EXPECT_EQ(OrvSetImageInfoOutput(code, 640, 480, &image), OrvErrorSuccess);
         EXPECT_TRUE(same(image, describedAs(filledImage(), code)));
 
-        std::uint32_t back = 99;
-        EXPECT_TRUE(kel::outputOf(image.ImageInfo.PixelInfo, back).ok());
+        const auto [refusal, back] = kel::outputOf(image.ImageInfo.PixelInfo);
+        EXPECT_EQ(refusal, kel::Refusal::none);
         EXPECT_EQ(back, code);
     }
 }
@@ -181,10 +181,8 @@ TEST(OutputOf, RefusesWhatNoOutputIs) {
     for (const auto& [pixel, expected] : rows) {
         SCOPED_TRACE("layout " + std::to_string(pixel.PixelLayout) + ", " + std::to_string(pixel.BitsPerPixel) +
                      " bits, colour space " + std::to_string(pixel.ColorSpace));
-        std::uint32_t output = 99;
-        const OrvErrorType result = kel::orv(kel::outputOf(pixel, output));
-        EXPECT_EQ(result, expected < 0 ? expected : OrvErrorSuccess);
-        EXPECT_EQ(output, expected < 0 ? 99 : static_cast<std::uint32_t>(expected));
+        const auto [refusal, output] = kel::outputOf(pixel);
+        EXPECT_EQ(refusal == kel::Refusal::none ? static_cast<std::int32_t>(output) : kel::orv(refusal), expected);
     }
 }
 

@@ -100,7 +100,7 @@ template <class Function> Family mosaic(Function function) {
     return [=](void* d, void* s) { return function(d, s, width, height, OrvOutputBgr24, gbrg); };
 }
 Family y16LittleEndian() {
-    return [](void* d, void* s) { return kel::orv(kel::y16LittleEndianImageTransform(d, s, n, OrvOutputBgr24)); };
+    return [](void* d, void* s) { return kel::orv(kel::convert(kel::y16LittleEndian, {d, s, n, OrvOutputBgr24})); };
 }
 Family y16Ex(std::uint32_t alignment, std::uint32_t used, std::uint32_t endianness) {
     return [=](void* d, void* s) {
