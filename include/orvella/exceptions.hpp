@@ -26,7 +26,7 @@ private:
     std::int32_t code_;
 };
 
-// The attributes of the library's mutex could not be set when the library was loaded.
+// The attributes of the library's mutex could not be set. Only loading the library can raise it, no call.
 class pthread_exception : public std::exception {
 public:
     pthread_exception(std::string message, std::string operation, std::int32_t code)

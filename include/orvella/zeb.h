@@ -6,11 +6,11 @@
  *
  * Results are 32-bit words (ZEB_GetErrorInfo has their texts):
  *   0                success
- *   0x88000001       a kernel refused its parameters (-1 in orv.h)
- *   0x88000001 + N   the N-th argument, counted from 1, was refused (-7)
- *   0x88000012       an output or option that is not offered (-17)
+ *   0x88000001       a kernel refused its parameters (OrvErrorInternalFault in orv.h)
+ *   0x88000001 + N   the N-th argument, counted from 1, was refused (OrvErrorBadParameter)
+ *   0x88000012       an output or option that is not offered (OrvErrorNotImplemented)
  *   0x88000014       the operation is not available
- *   0x8800001A       no memory (-14)
+ *   0x8800001A       no memory (OrvErrorResources)
  * Arguments are checked in their order, an output that is not offered after all of them.
  */
 #ifndef ORVELLA_ZEB_H
@@ -26,7 +26,7 @@ extern "C" {
 
 /* n = 0 succeeds and writes nothing. */
 ORV_API uint32_t ZEB_Y8ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
-/* Outputs 0 to 5 only; n = 0 succeeds and writes nothing. */
+/* The 8-bit outputs only; n = 0 succeeds and writes nothing. */
 ORV_API uint32_t ZEB_Y16ImageTransform(void* destination, const void* source, uint32_t n, OrvOutputCode output);
 ORV_API uint32_t ZEB_Y16ImageTransformEx(void* destination, const void* source, uint32_t n, OrvOutputCode output,
                                          const OrvShiftRecord* shift);
