@@ -11,11 +11,22 @@ endfunction()
 
 file(REMOVE_RECURSE ${SCRATCH})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH}/first)
+if(EXISTS ${SCRATCH}/first/bin/orvella)
+  run(${SCRATCH}/first/bin/orvella --version)
+endif()
 
-run(${CMAKE_COMMAND} -S ${SOURCE}/consumer -B ${SCRATCH}/build -DCMAKE_PREFIX_PATH=${SCRATCH}/first
-    -DCMAKE_C_COMPILER=${C} -DCMAKE_CXX_COMPILER=${CXX})
-run(${CMAKE_COMMAND} --build ${SCRATCH}/build)
-run(${CMAKE_CTEST_COMMAND} --test-dir ${SCRATCH}/build --output-on-failure)
+foreach(only_c OFF ON)
+  set(build ${SCRATCH}/build-${only_c})
+  run(${CMAKE_COMMAND} -S ${SOURCE}/consumer -B ${build} -DCMAKE_PREFIX_PATH=${SCRATCH}/first -DONLY_C=${only_c}
+      -DCMAKE_C_COMPILER=${C} -DCMAKE_CXX_COMPILER=${CXX})
+  run(${CMAKE_COMMAND} --build ${build})
+  run(${CMAKE_CTEST_COMMAND} --test-dir ${build} --output-on-failure)
+endforeach()
+
+# As a part of another project; nothing is built, so there would be an error if it had anything to install.
+run(${CMAKE_COMMAND} -S ${SOURCE}/parent -B ${SCRATCH}/parent -DORVELLA=${SOURCE}/../..
+    -DCMAKE_CXX_COMPILER=${CXX})
+run(${CMAKE_COMMAND} --install ${SCRATCH}/parent --prefix ${SCRATCH}/nothing)
 
 find_program(PKG_CONFIG pkg-config)
 if(NOT PKG_CONFIG)
