@@ -2,16 +2,16 @@
 
 #include <algorithm>
 
-#include "tools/names.h"
-#include "tools/pack.h"
+#include "frames/names.h"
+#include "frames/pack.h"
 
 namespace bench {
 
 namespace {
 
 // Red rises from left to right, blue falls, green rises from top to bottom.
-tool::Chart scene(Size size) {
-    tool::Chart chart{{size.width, size.height}, {}};
+frames::Chart scene(Size size) {
+    frames::Chart chart{{size.width, size.height}, {}};
     const auto ramp = [](std::uint32_t position, std::uint32_t length) {
         return static_cast<std::uint16_t>(10000 + std::uint64_t{45000} * position / length);
     };
@@ -22,13 +22,14 @@ tool::Chart scene(Size size) {
 }
 
 // "YUV 4:2:2" is Yuv422, and mosaics begin with red: "Bayer12p" is BayerRG12p. Null where it is no camera's format.
-const tool::PixelFormat* formatOf(std::string source) {
+const frames::PixelFormat* formatOf(std::string source) {
     std::erase_if(source, [](char c) { return c == ' ' || c == ':'; });
     if (source.starts_with("Bayer")) source.insert(5, "RG");
-    if (tool::sameName(source, tool::cygm8().name)) return &tool::cygm8();
-    const auto found = std::ranges::find_if(
-        tool::pixelFormats(), [&](const tool::PixelFormat& format) { return tool::sameName(format.name, source); });
-    return found == tool::pixelFormats().end() ? nullptr : &*found;
+    if (frames::sameName(source, frames::cygm8().name)) return &frames::cygm8();
+    const auto found = std::ranges::find_if(frames::pixelFormats(), [&](const frames::PixelFormat& format) {
+        return frames::sameName(format.name, source);
+    });
+    return found == frames::pixelFormats().end() ? nullptr : &*found;
 }
 
 // Pixels of any kind, whose bytes rise from left to right.
@@ -47,9 +48,9 @@ std::vector<std::uint8_t> testFrame(const catalogue::Conversion& conversion, Siz
     const bool swapped = name.ends_with(bigEndian);
     if (swapped) name.resize(name.size() - bigEndian.size());
 
-    const tool::PixelFormat* format = formatOf(name);
+    const frames::PixelFormat* format = formatOf(name);
     std::vector<std::uint8_t> frame =
-        format ? tool::pack(scene(size), {*format, {size.width, size.height}, false, swapped})
+        format ? frames::pack(scene(size), {*format, {size.width, size.height}, false, swapped})
                : ramps(conversion, size);
     frame.resize(frame.size() + conversion.beyond);
     return frame;

@@ -3,21 +3,31 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "files.h"
-#include "frame.h"
+#include "outputs.h"
 
 namespace tool {
 
 struct CameraSettings {
-    std::string camera;                // a name that Aravis knows; "Fake_1" is simulated in this process
+    std::string camera;                // a name that Aravis knows, see Camera::name
     std::optional<PixelFormat> format; // the camera's own choice otherwise
     std::optional<Size> size;
+    std::vector<std::string> features; // "Feature=Value"
     unsigned frames = 1;
 };
 
-// Hands each frame to `take`, as it arrives. Throws Error.
-void grab(const CameraSettings& settings, const std::function<void(const FrameFormat&, Bytes)>& take);
+struct Camera {
+    std::string name, description;
+    bool simulated = false; // in this process
+};
+
+// The real ones first. Looking for them takes a second or two.
+std::vector<Camera> findCameras();
+
+// Hands each frame to `take`, as it arrives, and returns how many were lost meanwhile. Throws Error.
+std::uint64_t grab(const CameraSettings& settings, const std::function<void(const FrameFormat&, Bytes)>& take);
 
 // "Aravis 0.8.26", or why there is nothing.
 std::string cameraSupport();

@@ -3,9 +3,15 @@
 
 namespace tool {
 
-void grab(const CameraSettings&, const std::function<void(const FrameFormat&, Bytes)>&) {
-    throw Error("no cameras: " + cameraSupport());
-}
+namespace {
+
+[[noreturn]] void refuse() { throw Error("no cameras: " + cameraSupport()); }
+
+} // namespace
+
+std::vector<Camera> findCameras() { refuse(); }
+
+std::uint64_t grab(const CameraSettings&, const std::function<void(const FrameFormat&, Bytes)>&) { refuse(); }
 
 std::string cameraSupport() {
     return "built without Aravis (install libaravis-dev and libusb-1.0-0-dev, then configure and build again)";

@@ -1,22 +1,41 @@
-#include <memory>
-
 #include "commands.h"
-#include "frame_options.h"
-#include "help.h"
-#include "pack.h"
+#include "errors.h"
+#include "frames/pack.h"
 #include "picture.h"
 
 namespace tool {
 
 namespace {
 
-struct ChartOptions {
-    FrameOptions frame;
-    std::filesystem::path output, truth;
-};
+void put(Bytes& bytes, std::uint16_t value, unsigned bits) {
+    if (bits == 16) bytes.push_back(static_cast<std::uint8_t>(value & 0xFF));
+    bytes.push_back(static_cast<std::uint8_t>(value >> 8));
+}
 
-void run(const ChartOptions& options) {
+// The chart as a perfect conversion would show it: grey for grey formats, and with 16 bits for samples of more than 8.
+Image truthFor(const FrameFormat& frame, const Chart& chart) {
+    const unsigned bits = frame.pixels.bits > 8 ? 16 : 8;
+    const bool colour = frame.pixels.samples != Samples::grey;
+    const char* const output = colour ? (bits == 16 ? "RGB48" : "RGB24") : (bits == 16 ? "Mono16" : "Mono8");
+    Image truth{outputNamed(output), chart.size, {}};
+    for (const Rgb16& pixel : chart.pixels) {
+        if (!colour) {
+            put(truth.bytes, luma(pixel), bits);
+            continue;
+        }
+        put(truth.bytes, pixel.red, bits);
+        put(truth.bytes, pixel.green, bits);
+        put(truth.bytes, pixel.blue, bits);
+    }
+    return truth;
+}
+
+} // namespace
+
+void chartCommand(const ChartOptions& options) {
     const FrameFormat frame = options.frame.frame();
+    if (const std::string missing = missingFor(frame); !missing.empty())
+        throw Error(std::string(frame.pixels.name) + " at " + text(frame.size) + ": needs " + missing);
     const Chart chart = makeChart(frame.size);
     Bytes packed = pack(chart, frame);
     if (!options.truth.empty()) {
@@ -26,29 +45,6 @@ void run(const ChartOptions& options) {
         writeFile(options.truth, encode(std::move(truth), type));
     }
     writeFile(options.output, std::move(packed));
-}
-
-} // namespace
-
-void addChartCommand(CLI::App& program) {
-    CLI::App& command = *program.add_subcommand("chart", "Make a raw test frame: a colour chart in any pixel format");
-    const auto options = std::make_shared<ChartOptions>();
-    setUsage(command, "Usage: orvella chart -f NAME -s WxH [OPTIONS] OUTPUT");
-    command.footer(
-        "The chart has patches of plain colours, a grey ramp, 16 steps of grey, and fine lines. Grey formats\n"
-        "show its luma, 0.299 R + 0.587 G + 0.114 B.\n"
-        "\n"
-        "Examples:\n"
-        "  orvella chart -f BayerRG12p -s 640x480 frame.raw\n"
-        "  orvella chart -f Mono16 --bits-used 14 --big-endian -s 640x480 frame.raw --truth truth.png\n"
-        "  orvella chart -f BayerGB8 -s 640x480 - | orvella convert -f BayerGB8 -s 640x480 - chart.png");
-    options->frame.addTo(command);
-    command
-        .add_option("--truth", options->truth,
-                    "Write the chart itself, too: the picture that a perfect conversion makes")
-        ->option_text("PICTURE");
-    command.add_option("OUTPUT", options->output, "The raw frame; - is standard output")->required();
-    command.callback([options] { run(*options); });
 }
 
 } // namespace tool

@@ -1,13 +1,42 @@
-// Each adds one command, which runs when the command line names it.
+// The commands of the program, and what they are told. They throw Error and UsageError.
 #pragma once
-#include <CLI/CLI.hpp>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "frame_options.h"
 
 namespace tool {
 
-void addConvertCommand(CLI::App& program);
-void addFormatsCommand(CLI::App& program);
-void addInfoCommand(CLI::App& program);
-void addChartCommand(CLI::App& program);
-void addGrabCommand(CLI::App& program);
+struct ConvertOptions {
+    FrameOptions frame;
+    std::string output; // empty: what suits the source and the file type
+    std::string debayer, matrix, flip;
+    bool deinterlace = false;
+    std::string type; // empty: by the file name
+    bool raw = false;
+    std::filesystem::path directory; // empty: two files are given, an input and an output
+    std::vector<std::filesystem::path> files;
+};
+void convertCommand(const ConvertOptions& options);
+
+struct ChartOptions {
+    FrameOptions frame;
+    std::filesystem::path output, truth; // no truth: empty
+};
+void chartCommand(const ChartOptions& options);
+
+struct GrabOptions {
+    std::string camera; // empty: the first real one, or else the simulated one
+    std::string format, size;
+    std::vector<std::string> features; // "Feature=Value"
+    unsigned frames = 1;
+    std::filesystem::path output;
+};
+void grabCommand(const GrabOptions& options);
+
+void camerasCommand();
+void formatsCommand();
+void infoCommand();
 
 } // namespace tool

@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "errors.h"
+#include "temporary.h"
 
 namespace tool {
 
@@ -74,24 +75,19 @@ public:
     Replacement(const fs::path& path, const fs::file_status& status)
         : target_(fs::exists(status) ? fs::canonical(path) : path),
           mode_(fs::exists(status) ? static_cast<mode_t>(status.permissions()) : modeOfNewFiles()),
-          path_((target_.parent_path() / ".orvella.XXXXXX").string()), descriptor_(::mkstemp(path_.data())) {
+          path_((target_.parent_path() / ".orvella.XXXXXX").string()), descriptor_(makeTemporaryFile(path_)) {
         if (*descriptor_ < 0) fail("cannot write " + target_.string());
     }
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
-        if (!path_.empty()) ::unlink(path_.c_str());
-    }
+    ~Replacement() { discardTemporaryFile(path_); }
 
     void write(const Bytes& content) {
         writeAll(*descriptor_, content, target_.string());
         if (::fchmod(*descriptor_, mode_) != 0 || !descriptor_.close()) fail("cannot write " + target_.string());
     }
-
-    void replaceTarget() {
-        if (::rename(path_.c_str(), target_.c_str()) != 0) fail("cannot write " + target_.string());
-        path_.clear();
-    }
+    const std::string& path() const { return path_; }
+    const fs::path& target() const { return target_; }
 
 private:
     fs::path target_;
@@ -99,6 +95,13 @@ private:
     std::string path_;
     Descriptor descriptor_;
 };
+
+void putInPlace(const std::deque<Replacement>& replacements) {
+    std::vector<std::pair<std::string, std::string>> fromTo;
+    for (const Replacement& replacement : replacements) fromTo.emplace_back(replacement.path(), replacement.target());
+    const std::size_t kept = keepTemporaryFiles(fromTo);
+    if (kept < fromTo.size()) fail("cannot write " + fromTo[kept].second);
+}
 
 fs::file_status requireWritable(const fs::path& path) {
     std::error_code none;
@@ -153,7 +156,7 @@ void writeFiles(const std::vector<File>& files) {
         else
             replacements.emplace_back(path, status).write(content);
     }
-    for (Replacement& replacement : replacements) replacement.replaceTarget();
+    putInPlace(replacements);
 }
 
 void writeFile(const fs::path& path, Bytes content) { writeFiles({{path, std::move(content)}}); }

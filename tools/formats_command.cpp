@@ -1,7 +1,6 @@
 #include <cstdio>
 
 #include "commands.h"
-#include "help.h"
 #include "offers.h"
 
 namespace tool {
@@ -55,7 +54,7 @@ void printFormats() {
 void printRow(const DebayerMode& mode) {
     const bool isDefault = mode.code == debayerModes().front().code;
     std::printf("  %-7s %-23s %s  %s\n", std::string(mode.name).c_str(), std::string(mode.description).c_str(),
-                marks(pixelFormatNamed("BayerRG8"), {mode}).c_str(),
+                marks(*findPixelFormat("BayerRG8"), {mode}).c_str(),
                 isDefault ? "every mosaic; the default" : names(offeredSources({mode})).c_str());
 }
 
@@ -68,25 +67,20 @@ void printCorrections() {
     std::puts("\nWhat they convert to with colour correction (--matrix):");
     const Processing correction{.matrix = parseMatrix("identity")};
     for (const PixelFormat* const pixels : offeredSources(correction)) printRow(*pixels, correction);
-    std::puts(
-        "Mosaics in every phase. From 12Packed to BGR24 sums above 255 wrap around, elsewhere they become white.");
-}
-
-void run() {
-    printOutputs();
-    printFormats();
-    printDebayerModes();
-    printCorrections();
-    std::puts("\nUpper and lower case are alike. A prefix 'PixelFormat' is accepted. YUV422 needs an even width.");
+    std::puts("Mosaics in every phase.");
 }
 
 } // namespace
 
-void addFormatsCommand(CLI::App& program) {
-    CLI::App& command = *program.add_subcommand("formats", "List pixel formats, outputs and conversions");
-    command.footer("The library itself is asked about every pair, by converting a tiny frame.");
-    setUsage(command, "Usage: orvella formats");
-    command.callback(run);
+void formatsCommand() {
+    printOutputs();
+    printFormats();
+    printDebayerModes();
+    printCorrections();
+    std::puts(
+        "\nUpper and lower case are alike. The prefix 'PixelFormat', PFNC codes (0x01080009), the names of PFNC and\n"
+        "GigE Vision (YUV422_8_UYVY, RGB8Packed) and other depths in 16-bit words (BayerRG14) are accepted, too.\n"
+        "YUV422 needs an even width.");
 }
 
 } // namespace tool

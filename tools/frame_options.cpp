@@ -4,23 +4,19 @@
 
 namespace tool {
 
-void FrameOptions::addTo(CLI::App& command) {
-    const std::string samples = "16-bit samples";
-    command.add_option("-f,--format,--from", format, "Pixel format, like BayerRG8 ('orvella formats' lists them)")
-        ->required()
-        ->option_text("NAME");
-    command.add_option("-s,--size", size, "Width and height in pixels, like 2448x2048")->required()->option_text("WxH");
-    command.add_option("--bits-used", bitsUsed, "Significant bits of a sample, if not the format's own")
-        ->check(CLI::Range(1, 16))
-        ->option_text("N")
-        ->group(samples);
-    command.add_flag("--msb-aligned", msbAligned, "The significant bits are the high ones, not the low ones")
-        ->group(samples);
-    command.add_flag("--big-endian", bigEndian, "The high byte comes first")->group(samples);
+PixelFormat pixelFormatNamed(const std::string& name) {
+    if (const auto format = findPixelFormat(name)) return *format;
+    throw UsageError("unknown pixel format '" + name + "'; " + hintFor(name) + "'orvella formats' lists them all");
+}
+
+Size sizeNamed(const std::string& text) {
+    if (const auto size = parseSize(text)) return *size;
+    throw UsageError("'" + text +
+                     "' is no size; give width and height in pixels, each from 1 to 1000000, like 2448x2048");
 }
 
 FrameFormat FrameOptions::frame() const {
-    FrameFormat frame{pixelFormatNamed(format), parseSize(size), msbAligned, bigEndian};
+    FrameFormat frame{pixelFormatNamed(format), sizeNamed(size), msbAligned, bigEndian};
     const bool described = bitsUsed || msbAligned || bigEndian;
     if (described && frame.pixels.packing != Packing::words) {
         throw UsageError("--bits-used, --msb-aligned and --big-endian are for 16-bit samples, but those of " +

@@ -1,12 +1,15 @@
-// The options that describe a frame, shared by the commands that read or write one.
+// What the command line says of a frame.
 #pragma once
-#include <CLI/CLI.hpp>
 #include <optional>
 #include <string>
 
-#include "frame.h"
+#include "outputs.h"
 
 namespace tool {
+
+// These throw UsageError.
+PixelFormat pixelFormatNamed(const std::string& name);
+Size sizeNamed(const std::string& text);
 
 struct FrameOptions {
     std::string format;
@@ -15,8 +18,7 @@ struct FrameOptions {
     bool msbAligned = false;
     bool bigEndian = false;
 
-    void addTo(CLI::App& command);
-    FrameFormat frame() const; // throws Error, UsageError
+    FrameFormat frame() const; // throws UsageError
 };
 
 } // namespace tool

@@ -3,7 +3,7 @@
 #include <optional>
 
 #include "errors.h"
-#include "names.h"
+#include "frames/names.h"
 
 namespace tool {
 

@@ -4,14 +4,11 @@
 
 #include "camera.h"
 #include "commands.h"
-#include "help.h"
 #include "orvella/orv.h"
 
 namespace tool {
 
-namespace {
-
-void run() {
+void infoCommand() {
     std::uint32_t version = 0;
     OrvGetVersion(&version);
     std::printf("library   %u.%u.%u.%u\n", version >> 24, version >> 16 & 0xFF, version >> 8 & 0xFF, version & 0xFF);
@@ -23,14 +20,6 @@ void run() {
     const std::string tiff = TIFFGetVersion(); // several lines
     std::printf("TIFF      %s\n", tiff.substr(0, tiff.find('\n')).c_str());
     std::printf("cameras   %s\n", cameraSupport().c_str());
-}
-
-} // namespace
-
-void addInfoCommand(CLI::App& program) {
-    CLI::App& command = *program.add_subcommand("info", "Show versions and what this build can do");
-    setUsage(command, "Usage: orvella info");
-    command.callback(run);
 }
 
 } // namespace tool

@@ -3,8 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "frame.h"
-#include "pixel_formats.h"
+#include "outputs.h"
 #include "processing.h"
 
 namespace tool {

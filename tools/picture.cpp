@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "errors.h"
-#include "names.h"
+#include "frames/names.h"
 #include "offers.h"
 
 namespace tool {
@@ -63,12 +63,12 @@ FileType fileTypeNamed(const std::string& name) {
     throw UsageError("unknown file type '" + name + "'; known: " + std::string(typeList));
 }
 
-FileType fileTypeOf(const std::filesystem::path& path) {
+FileType fileTypeOf(const std::filesystem::path& path, const std::string& advice) {
     if (path == "-") return FileType::png;
     const std::string ending = path.extension().string();
     if (const Type* const type = ending.empty() ? nullptr : find(ending.substr(1))) return type->type;
-    throw UsageError("the ending of '" + path.string() + "' says no known file type (" + std::string(typeList) +
-                     "); rename it or use --type");
+    throw UsageError("the ending of '" + path.string() + "' says no known file type (" + std::string(typeList) + "); " +
+                     advice);
 }
 
 void requireHolds(FileType type, const Output& output) {

@@ -20,8 +20,8 @@ enum class FileType { png, pgm, ppm, pnm, tiff, raw };
 
 // "png", "tif", ..., whatever the case of its letters. Throws UsageError.
 FileType fileTypeNamed(const std::string& name);
-// By the ending of the name; PNG for "-". Throws UsageError.
-FileType fileTypeOf(const std::filesystem::path& path);
+// By the ending of the name; PNG for "-". Throws UsageError, which advises what to do.
+FileType fileTypeOf(const std::filesystem::path& path, const std::string& advice = "rename it");
 
 // Throws UsageError if files of this type cannot hold the output. Raw files hold every one.
 void requireHolds(FileType type, const Output& output);

@@ -5,9 +5,11 @@
 #include <cmath>
 
 #include "errors.h"
-#include "names.h"
+#include "frames/names.h"
 
 namespace tool {
+
+using frames::sameName;
 
 namespace {
 

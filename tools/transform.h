@@ -1,8 +1,7 @@
 // One call of the library.
 #pragma once
 #include "files.h"
-#include "frame.h"
-#include "pixel_formats.h"
+#include "outputs.h"
 #include "processing.h"
 
 namespace tool {

@@ -1,7 +1,10 @@
 // Files, streams and names of the converter.
 #include <algorithm>
 #include <array>
+#include <csignal>
+#include <map>
 #include <set>
+#include <sys/stat.h>
 
 #include "pictures.h"
 #include "program.h"
@@ -115,10 +118,22 @@ TEST_F(Convert, PlanesAreNamedAfterTheOutput) {
 
 TEST_F(Convert, NamesIgnoreCaseAndPrefix) {
     succeed(mosaic + "mosaic.raw picture.png");
-    for (const std::string format : {"bayerrg8", "PixelFormatBayerRG8", "orvpixelformatBAYERRG8"})
-        succeed("convert -s 64x48 -t rgb8 -f " + format + " mosaic.raw " + format + ".png");
-    EXPECT_EQ(readFile(path("bayerrg8.png")), readFile(path("picture.png")));
-    EXPECT_EQ(readFile(path("PixelFormatBayerRG8.png")), readFile(path("picture.png")));
+    for (const std::string format : {"bayerrg8", "PixelFormatBayerRG8", "orvpixelformatBAYERRG8", "0x01080009"}) {
+        succeed("convert -s 64x48 -t rgb8 -f " + format + " mosaic.raw other.png");
+        EXPECT_EQ(readFile(path("other.png")), readFile(path("picture.png"))) << format;
+    }
+    for (const auto& [format, same] : std::map<std::string, std::string>{{"YUV422_8_UYVY", "Yuv422"},
+                                                                         {"UYVY", "Yuv422"},
+                                                                         {"RGB8Packed", "Rgb8"},
+                                                                         {"BayerRG14", "BayerRG16 --bits-used 14"}})
+        EXPECT_EQ(succeed("chart -s 64x48 - -f " + format).out, succeed("chart -s 64x48 - -f " + same).out) << format;
+}
+
+TEST_F(Convert, AnInterruptionLeavesNoFilesBehind) {
+    ASSERT_EQ(::mkfifo(path("planes.g.raw").c_str(), 0600), 0); // nobody reads it: the program waits
+    for (const int signal : {SIGINT, SIGTERM})
+        EXPECT_TRUE(interrupt(mosaic + "-t planes mosaic.raw planes.raw", signal));
+    EXPECT_EQ(files(), (Names{"grey.raw", "mosaic.raw", "planes.g.raw"}));
 }
 
 TEST_F(Convert, EveryDebayerModeMakesAPictureOfItsOwn) {
@@ -138,6 +153,20 @@ TEST_F(Convert, MatricesMixColours) {
     EXPECT_EQ(bytes("--matrix Identity --debayer 2x2"), bytes(""));
     EXPECT_EQ(bytes("--matrix -1,0,0,0,-0.5,0,0,0,-1"), std::string(64 * 48 * 3, '\0'));
     EXPECT_EQ(bytes("--matrix grey -t Mono8"), bytes("-t Mono8"));
+
+    // Too much is white, also where the library's own sums would wrap around.
+    writeFile(path("white.raw"), std::string(64 * 48 * 3 / 2, '\xFF'));
+    EXPECT_EQ(succeed("convert -f BayerRG12Packed -s 64x48 -t BGR24 --matrix 9,0,0,0,9,0,0,0,9 --raw white.raw -").out,
+              std::string(64 * 48 * 3, '\xFF'));
+}
+
+TEST_F(Convert, WarnsOfSamplesAboveTheirBits) {
+    writeFile(path("words.raw"), std::string(64 * 48 * 2, '\x04')); // 0x404
+    const Outcome outcome = run("convert -f BayerRG10 -s 64x48 words.raw picture.png");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_NE(outcome.err.find("3072 samples are above the 1023 of 10 bits, up to 1028"), std::string::npos)
+        << outcome.err;
+    succeed("convert -f BayerRG10 --bits-used 12 -s 64x48 words.raw picture.png");
 }
 
 TEST_F(Convert, WithAMatrixDeepMosaicsBecomeDeepPictures) {

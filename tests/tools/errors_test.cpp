@@ -47,7 +47,7 @@ TEST_F(Errors, WrongFiles) {
         {convert + "none.raw out.png", 1, {"none.raw", "No such file"}},
         {convert + "folder out.png", 1, {"folder"}},
         {convert + "right.raw none/out.png", 1, {"none/out.png", "No such file"}},
-        {convert + "right.raw folder.png", 1, {"folder.png", "Is a directory"}},
+        {convert + "right.raw folder.png", 2, {"folder.png", "is a directory"}},
         {convert + "right.raw -t planes planes.png", 1, {"planes.b.png", "Is a directory"}}, // and no planes.r.png
         {convert + "right.raw --type png /dev/full", 1, {"/dev/full", "No space left"}},
         {convert + "right.raw --output-directory short.raw", 1, {"short.raw"}},
@@ -59,11 +59,14 @@ TEST_F(Errors, WrongNames) {
     writeFile(path("in.raw"), "");
     const std::string files = " -s 8x8 in.raw out.png";
     expectEach({
-        {"convert -f BayerRX8" + files, 1, {"'BayerRX8'", "did you mean BayerRG8", "orvella formats"}},
-        {"convert -f Nonsense" + files, 1, {"'Nonsense'", "orvella formats"}},
-        {"convert -f Mono8 -t plane" + files, 1, {"did you mean planes?"}},
-        {"convert -f Mono8 -t RGB25" + files, 1, {"'RGB25'", "did you mean", "RGB24"}},
-        {"chart -f Bayer8 -s 8x8 out.raw", 1, {"BayerRG8, BayerGR8, BayerGB8, BayerBG8"}},
+        {"convert -f BayerRX8" + files, 2, {"'BayerRX8'", "did you mean BayerRG8", "orvella formats"}},
+        {"convert -f Nonsense" + files, 2, {"'Nonsense'", "orvella formats"}},
+        {"convert -f Mono8 -t plane" + files, 2, {"did you mean planes?"}},
+        {"convert -f Mono8 -t RGB25" + files, 2, {"'RGB25'", "did you mean", "RGB24"}},
+        {"chart -f Bayer8 -s 8x8 out.raw", 2, {"BayerRG8, BayerGR8, BayerGB8, BayerBG8"}},
+        {"chart -f YUV422_8 -s 8x8 out.raw", 2, {"Yuv422 (U Y V Y)"}}, // it is Y U Y V
+        {"chart -f 0x02100032 -s 8x8 out.raw", 2, {"unknown"}},
+        {"chart -f BayerRG10Packed -s 8x8 out.raw", 2, {"neither 10p nor 12Packed"}},
     });
 }
 
@@ -107,6 +110,9 @@ TEST_F(Errors, Usage) {
         {"", 2, {"--help"}},
         {"transform", 2, {"'transform'", "--help"}},
         {"conver in.raw out.png", 2, {"'conver'", "did you mean convert?"}},
+        {"in.raw out.png", 2, {"orvella convert in.raw"}},
+        {convert + "in.raw .", 2, {"'.' is a directory", "--output-directory"}},
+        {"grab out.jpeg", 2, {"rename it"}},
         {"convert in.raw out.png", 2, {"--format"}},
         {"convert -f Mono8 -s 8 in.raw out.png", 2, {"'8'", "2448x2048"}},
         {"convert -f Mono8 -s 0x8 in.raw out.png", 2, {"'0x8'"}},

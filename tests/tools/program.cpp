@@ -1,6 +1,7 @@
 #include "program.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
@@ -29,7 +30,7 @@ ProgramTest::ProgramTest() {
 
 ProgramTest::~ProgramTest() { fs::remove_all(scratch_); }
 
-Outcome ProgramTest::run(const std::string& arguments, const std::string& input) const {
+pid_t ProgramTest::start(const std::string& arguments, const std::string& input) const {
     std::vector<std::string> words{ORVELLA_PROGRAM};
     std::istringstream stream(arguments);
     words.insert(words.end(), std::istream_iterator<std::string>(stream), {});
@@ -50,9 +51,27 @@ Outcome ProgramTest::run(const std::string& arguments, const std::string& input)
     const int spawned = ::posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     EXPECT_EQ(spawned, 0) << "cannot start " << argv[0];
+    return child;
+}
+
+Outcome ProgramTest::run(const std::string& arguments, const std::string& input) const {
+    const pid_t child = start(arguments, input);
     int status = -1;
-    if (spawned == 0) ::waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(out), readFile(err)};
+    if (child != 0) ::waitpid(child, &status, 0);
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(scratch_ / "out"), readFile(scratch_ / "err")};
+}
+
+bool ProgramTest::interrupt(const std::string& arguments, int signal) const {
+    const pid_t child = start(arguments, "");
+    const auto isTemporary = [](const std::string& name) { return name.starts_with('.'); };
+    int status = 0;
+    while (!std::ranges::any_of(files(), isTemporary)) {
+        if (::waitpid(child, &status, WNOHANG) != 0) return false;
+        ::usleep(1000);
+    }
+    ::kill(child, signal);
+    ::waitpid(child, &status, 0);
+    return WIFSIGNALED(status) && WTERMSIG(status) == signal;
 }
 
 Outcome ProgramTest::succeed(const std::string& arguments, const std::string& input) const {

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <sys/types.h>
 #include <vector>
 
 struct Outcome {
@@ -24,9 +25,14 @@ protected:
     // Expects exit code 0 and no messages.
     Outcome succeed(const std::string& arguments, const std::string& input = "") const;
 
+    // Signals the program as soon as it has a temporary file. Whether the signal ended it.
+    bool interrupt(const std::string& arguments, int signal) const;
+
     std::filesystem::path path(const std::string& name) const { return directory_ / name; }
     std::vector<std::string> files() const; // sorted, hidden ones too
 
 private:
+    pid_t start(const std::string& arguments, const std::string& input) const;
+
     std::filesystem::path scratch_, directory_;
 };

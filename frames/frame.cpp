@@ -1,10 +1,8 @@
-#include "frame.h"
+#include "frames/frame.h"
 
 #include <charconv>
 
-#include "errors.h"
-
-namespace tool {
+namespace frames {
 
 namespace {
 
@@ -21,26 +19,21 @@ bool takeSide(std::string_view& text, std::uint32_t& side) {
 
 std::string text(Size size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
 
-Size parseSize(const std::string& text) {
+std::optional<Size> parseSize(std::string_view text) {
     Size size;
-    std::string_view rest = text;
-    const bool valid = takeSide(rest, size.width) && (rest.starts_with('x') || rest.starts_with('X')) &&
-                       (rest.remove_prefix(1), takeSide(rest, size.height)) && rest.empty();
-    if (!valid) {
-        throw UsageError("'" + text + "' is no size; give width and height in pixels, each from 1 to " +
-                         std::to_string(longestSide) + ", like 2448x2048");
-    }
-    return size;
+    const bool valid = takeSide(text, size.width) && (text.starts_with('x') || text.starts_with('X')) &&
+                       (text.remove_prefix(1), takeSide(text, size.height)) && text.empty();
+    return valid ? std::optional(size) : std::nullopt;
 }
 
 std::string text(const FrameFormat& frame) {
     std::string details;
     const auto add = [&](const std::string& detail) { details += (details.empty() ? " (" : ", ") + detail; };
-    if (frame.pixels.bits != pixelFormatNamed(frame.pixels.name).bits)
+    if (frame.pixels.bits != findPixelFormat(frame.pixels.name)->bits)
         add(std::to_string(frame.pixels.bits) + " bits used");
     if (frame.msbAligned) add("MSB-aligned");
     if (frame.bigEndian) add("big-endian");
     return std::string(frame.pixels.name) + details + (details.empty() ? "" : ")") + " at " + text(frame.size);
 }
 
-} // namespace tool
+} // namespace frames

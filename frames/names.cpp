@@ -1,10 +1,10 @@
-#include "names.h"
+#include "frames/names.h"
 
 #include <algorithm>
 #include <numeric>
 #include <vector>
 
-namespace tool {
+namespace frames {
 
 namespace {
 
@@ -41,4 +41,4 @@ std::string suggestion(std::string_view name, std::span<const std::string_view> 
     return list.empty() ? "" : "did you mean " + list + "? ";
 }
 
-} // namespace tool
+} // namespace frames

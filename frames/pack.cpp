@@ -1,15 +1,14 @@
-#include "pack.h"
+#include "frames/pack.h"
 
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
 
-#include "errors.h"
-
-namespace tool {
+namespace frames {
 
 namespace {
 
+using Bytes = std::vector<std::uint8_t>;
 using Words = std::vector<std::uint16_t>; // samples of 16 bits, in memory order
 
 // A mosaic's four colours, row by row.
@@ -157,21 +156,20 @@ Bytes packBits(const Words& words, unsigned bits) {
     return bytes;
 }
 
-void requireWholeGroups(const FrameFormat& frame) {
-    const auto require = [&](bool holds, const std::string& rule) {
-        if (!holds) throw Error(std::string(frame.pixels.name) + " at " + text(frame.size) + ": needs " + rule);
-    };
-    require(frame.pixels.packing != Packing::packed12 || frame.size.pixels() % 2 == 0, "an even number of pixels");
-    require(frame.pixels.samples != Samples::yuv422 || frame.size.width % 2 == 0, "an even width");
-    require(frame.pixels.samples != Samples::yuv411 || frame.size.width % 4 == 0, "a width that is a multiple of 4");
-    require(frame.pixels.samples != Samples::cygm || (frame.size.width % 2 == 0 && frame.size.height % 4 == 0),
-            "an even width, and a height that is a multiple of 4");
-}
-
 } // namespace
 
+std::string missingFor(const FrameFormat& frame) {
+    const auto [width, height] = frame.size;
+    const Samples samples = frame.pixels.samples;
+    if (frame.pixels.packing == Packing::packed12 && frame.size.pixels() % 2 == 1) return "an even number of pixels";
+    if (samples == Samples::yuv422 && width % 2 == 1) return "an even width";
+    if (samples == Samples::yuv411 && width % 4 != 0) return "a width that is a multiple of 4";
+    if (samples == Samples::cygm && (width % 2 == 1 || height % 4 != 0))
+        return "an even width, and a height that is a multiple of 4";
+    return "";
+}
+
 Bytes pack(const Chart& chart, const FrameFormat& frame) {
-    requireWholeGroups(frame);
     const Words words = samplesOf(chart, frame.pixels.samples);
     switch (frame.pixels.packing) {
     case Packing::bytes: return packBytes(words);
@@ -181,4 +179,4 @@ Bytes pack(const Chart& chart, const FrameFormat& frame) {
     }
 }
 
-} // namespace tool
+} // namespace frames

@@ -1,4 +1,4 @@
-#include "jobs.h"
+#include "tasks.h"
 
 #include <set>
 
@@ -26,11 +26,11 @@ std::vector<fs::path> outputsFor(const fs::path& path, std::string_view planes) 
     return paths;
 }
 
-void requireFilesSurvive(const std::vector<Job>& jobs) {
+void requireFilesSurvive(const std::vector<Task>& tasks) {
     std::set<fs::path> inputs, outputs;
-    for (const Job& job : jobs) inputs.insert(trueName(job.input));
-    for (const Job& job : jobs) {
-        for (const fs::path& output : job.outputs) {
+    for (const Task& task : tasks) inputs.insert(trueName(task.input));
+    for (const Task& task : tasks) {
+        for (const fs::path& output : task.outputs) {
             if (output != "-" && inputs.contains(trueName(output)))
                 throw UsageError(output.string() + " is an input and would be overwritten");
             if (!outputs.insert(trueName(output)).second)
@@ -41,19 +41,19 @@ void requireFilesSurvive(const std::vector<Job>& jobs) {
 
 } // namespace
 
-std::vector<Job> planJobs(const std::vector<fs::path>& files, const fs::path& directory, const std::string& ending,
-                          std::string_view planes) {
-    std::vector<Job> jobs;
+std::vector<Task> planTasks(const std::vector<fs::path>& files, const fs::path& directory, const std::string& ending,
+                            std::string_view planes) {
+    std::vector<Task> tasks;
     if (!directory.empty()) {
         for (const fs::path& file : files) {
             fs::path name = file == "-" ? fs::path("stdin") : file.filename();
-            jobs.push_back({file, outputsFor(directory / name.replace_extension(ending), planes)});
+            tasks.push_back({file, outputsFor(directory / name.replace_extension(ending), planes)});
         }
     } else {
-        jobs.push_back({files.at(0), outputsFor(files.at(1), planes)});
+        tasks.push_back({files.at(0), outputsFor(files.at(1), planes)});
     }
-    requireFilesSurvive(jobs);
-    return jobs;
+    requireFilesSurvive(tasks);
+    return tasks;
 }
 
 } // namespace tool

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-#include "pixel_formats.h"
+#include "frames/pixel_formats.h"
 
-namespace tool {
+namespace frames {
 
 struct Size {
     std::uint32_t width = 0;
@@ -16,8 +16,8 @@ struct Size {
 
 // "2448x2048"
 std::string text(Size size);
-// Sides of 1 to 1 000 000. Throws UsageError.
-Size parseSize(const std::string& text);
+// Of sides from 1 to 1 000 000; nothing for any other text.
+std::optional<Size> parseSize(std::string_view text);
 
 struct FrameFormat {
     PixelFormat pixels;
@@ -30,4 +30,4 @@ struct FrameFormat {
 // "BayerRG12 (10 bits used, big-endian) at 640x480"
 std::string text(const FrameFormat& frame);
 
-} // namespace tool
+} // namespace frames

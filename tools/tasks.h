@@ -7,7 +7,7 @@
 
 namespace tool {
 
-struct Job {
+struct Task {
     std::filesystem::path input;
     std::vector<std::filesystem::path> outputs; // one, or one for each plane
 };
@@ -15,7 +15,7 @@ struct Job {
 // Without a directory, `files` are an input and an output; with one, they are inputs, and the outputs are files of the
 // same name with another ending in that directory. Planes have a letter each: "picture.png" is "picture.r.png" and
 // so on then. Throws UsageError, also if an output would replace an input or another output.
-std::vector<Job> planJobs(const std::vector<std::filesystem::path>& files, const std::filesystem::path& directory,
-                          const std::string& ending, std::string_view planes);
+std::vector<Task> planTasks(const std::vector<std::filesystem::path>& files, const std::filesystem::path& directory,
+                            const std::string& ending, std::string_view planes);
 
 } // namespace tool

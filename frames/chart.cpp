@@ -1,8 +1,8 @@
-#include "chart.h"
+#include "frames/chart.h"
 
 #include <cstring>
 
-namespace tool {
+namespace frames {
 
 namespace {
 
@@ -62,11 +62,6 @@ Rgb16 pixelAt(std::uint32_t x, std::uint32_t y, Size size) {
     }
 }
 
-void put(Bytes& bytes, std::uint16_t value, unsigned bits) {
-    if (bits == 16) bytes.push_back(static_cast<std::uint8_t>(value & 0xFF));
-    bytes.push_back(static_cast<std::uint8_t>(value >> 8));
-}
-
 } // namespace
 
 Chart makeChart(Size size) {
@@ -82,21 +77,4 @@ std::uint16_t luma(const Rgb16& pixel) {
     return static_cast<std::uint16_t>((77u * pixel.red + 150u * pixel.green + 29u * pixel.blue) >> 8);
 }
 
-Image truthFor(const FrameFormat& frame, const Chart& chart) {
-    const unsigned bits = frame.pixels.bits > 8 ? 16 : 8;
-    const bool colour = frame.pixels.samples != Samples::grey;
-    const char* const output = colour ? (bits == 16 ? "RGB48" : "RGB24") : (bits == 16 ? "Mono16" : "Mono8");
-    Image truth{outputNamed(output), chart.size, {}};
-    for (const Rgb16& pixel : chart.pixels) {
-        if (!colour) {
-            put(truth.bytes, luma(pixel), bits);
-            continue;
-        }
-        put(truth.bytes, pixel.red, bits);
-        put(truth.bytes, pixel.green, bits);
-        put(truth.bytes, pixel.blue, bits);
-    }
-    return truth;
-}
-
-} // namespace tool
+} // namespace frames

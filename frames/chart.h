@@ -3,10 +3,9 @@
 #include <cstdint>
 #include <vector>
 
-#include "conversion.h"
-#include "frame.h"
+#include "frames/frame.h"
 
-namespace tool {
+namespace frames {
 
 struct Rgb16 {
     std::uint16_t red = 0, green = 0, blue = 0;
@@ -24,7 +23,4 @@ Chart makeChart(Size size);
 // (77 R + 150 G + 29 B) >> 8, what a grey camera sees of the chart.
 std::uint16_t luma(const Rgb16& pixel);
 
-// The chart as a perfect conversion would show it: grey for grey formats, and with 16 bits for samples of more than 8.
-Image truthFor(const FrameFormat& frame, const Chart& chart);
-
-} // namespace tool
+} // namespace frames
