@@ -37,7 +37,8 @@ function(orvella_add_kernels)
     set(kernels orvella_kernels_${level})
     add_library(${kernels} OBJECT ${ARGN})
     target_link_libraries(${kernels} PRIVATE orvella_options)
-    target_include_directories(${kernels} PRIVATE ${PROJECT_SOURCE_DIR}/src ${ORVELLA_GENERATED})
+    target_include_directories(${kernels} PRIVATE ${PROJECT_SOURCE_DIR}/src ${ORVELLA_GENERATED}
+      ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
     target_compile_definitions(${kernels} PRIVATE KEL_LEVEL=${level})
     list(TRANSFORM ORVELLA_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE flags)
     # No link-time optimisation: it could mix code of one level into another.

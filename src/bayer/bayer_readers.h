@@ -6,7 +6,7 @@
 namespace kel {
 namespace {
 
-using Raw8Samples = PlaneSamples<Bytes>;
+using Raw8Samples = PlainSamples<Bytes>;
 
 // The first byte of each word: the top eight bits of a big-endian sample.
 struct Raw16FirstByte : Reader<16> {

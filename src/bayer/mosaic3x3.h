@@ -67,8 +67,8 @@ template <class W> void mosaic3x3Kernel(u8* d, const u8* s, size_t width, size_t
     std::memcpy(d, d + pitch, pitch);
 }
 
-template <int... outputs> constexpr ByOutput<Mosaic> mosaics3x3() {
-    return tableOf<Mosaic, outputs...>([]<int output>() { return mosaic3x3Kernel<WriterOf<output>>; });
+template <class Set> constexpr ByOutput<Mosaic> mosaics3x3(Set outputs) {
+    return tableOf<Mosaic>(outputs, []<u32 output>() { return mosaic3x3Kernel<WriterOf<output>>; });
 }
 
 } // namespace

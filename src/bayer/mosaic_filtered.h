@@ -44,9 +44,9 @@ struct YuvLineSink {
 // ---- The stream
 
 // The lines of one half, in a ring. `first`: of the half's rows, in the image.
-class Lines {
+class LineRing {
 public:
-    INLINE Lines(u8* scratch, size_t width, size_t first) : scratch_(scratch), width_(width), first_(first) {}
+    INLINE LineRing(u8* scratch, size_t width, size_t first) : scratch_(scratch), width_(width), first_(first) {}
 
     // A row of the half, or the one above it.
     INLINE YuvLine operator[](size_t row) const {
@@ -93,7 +93,7 @@ template <class Filter> INLINE void filterRow(u16* chroma, const YuvLine& row, c
 // (s0 + s1) >> 1
 struct PairFilter {
     static constexpr size_t lookahead = 0;
-    static INLINE void filter(const Lines& lines, size_t row, size_t, size_t width) {
+    static INLINE void filter(const LineRing& lines, size_t row, size_t, size_t width) {
         filterRow<PairFilter>(lines.chroma(), lines[row], lines[row], width);
     }
     static INLINE Words of(const u8* s, const u8*) { return pairsAt(s) >> 1; }
@@ -102,7 +102,7 @@ struct PairFilter {
 // (s-2 + s-1 + s0 + s1) >> 2: with the pair before.
 struct LcaaFilter {
     static constexpr size_t lookahead = 0;
-    static INLINE void filter(const Lines& lines, size_t row, size_t, size_t width) {
+    static INLINE void filter(const LineRing& lines, size_t row, size_t, size_t width) {
         filterRow<LcaaFilter>(lines.chroma(), lines[row], lines[row], width);
     }
     static INLINE Words of(const u8* s, const u8*) { return (pairsAt(s - 2) + pairsAt(s)) >> 2; }
@@ -115,7 +115,7 @@ struct LcaaFilter {
 // lower half stands the upper half's last row; the upper half, which has nothing above, takes the row itself.
 struct LcaavFilter {
     static constexpr size_t lookahead = 2; // the row below needs the first sample of the next
-    static INLINE void filter(const Lines& lines, size_t row, size_t rows, size_t width) {
+    static INLINE void filter(const LineRing& lines, size_t row, size_t rows, size_t width) {
         filterRow<LcaavFilter>(lines.chroma(), lines[row], row + 1 < rows ? lines[row + 1] : above(lines, row), width);
         finish(lines, row, rows, width / 2);
     }
@@ -124,9 +124,11 @@ struct LcaavFilter {
     }
 
 private:
-    static INLINE YuvLine above(const Lines& lines, size_t row) { return lines[lines.hasAbove(row) ? row - 1 : row]; }
+    static INLINE YuvLine above(const LineRing& lines, size_t row) {
+        return lines[lines.hasAbove(row) ? row - 1 : row];
+    }
 
-    static __attribute__((noinline)) void finish(const Lines& lines, size_t row, size_t rows, size_t pairs) {
+    static __attribute__((noinline)) void finish(const LineRing& lines, size_t row, size_t rows, size_t pairs) {
         u16* chroma = lines.chroma();
         const YuvLine line = lines[row];
         if (row + 2 == rows) chroma[pairs - 1] = box(line, above(lines, row), pairs - 1);
@@ -149,8 +151,8 @@ private:
 
 // A row as U Y V Y, to the output and, in the lower half, to the source.
 template <class W> INLINE void convertRow(u8* d, u8* kept, const u8* luma, const u16* chroma, size_t width) {
-    const PackedRow<W> output{d, W()};
-    const PackedRow<PairsWriter> scratch{kept, PairsWriter()};
+    const RowSink<W> output{d, W()};
+    const RowSink<PairsWriter> scratch{kept, PairsWriter()};
     const auto pairs = [&](size_t x) { return Pairs{load(chroma + x / 2), load(luma + x)}; };
     const auto colours = [&](size_t x) {
         const Split uv = widen(pairs(x).chroma);
@@ -171,7 +173,7 @@ void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned ph
     const Demosaic2x2<Bytes> demosaic(phase);
     const size_t rows = height / 2;
     for (const size_t half : {size_t{0}, rows}) {
-        const Lines lines(scratch, width, half);
+        const LineRing lines(scratch, width, half);
         size_t made = 0;
         for (size_t row = 0; row < rows; ++row, d += width * W::bytes) {
             for (; made < rows && made <= row + Filter::lookahead; ++made) {
@@ -187,9 +189,9 @@ void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned ph
     }
 }
 
-template <class Filter, int... outputs> constexpr ByOutput<FilteredMosaic> filteredMosaics() {
-    return tableOf<FilteredMosaic, outputs...>(
-        []<int output>() { return filteredMosaicKernel<Filter, WriterOf<output>>; });
+template <class Filter, class Set> constexpr ByOutput<FilteredMosaic> filteredMosaics(Set outputs) {
+    return tableOf<FilteredMosaic>(outputs,
+                                   []<u32 output>() { return filteredMosaicKernel<Filter, WriterOf<output>>; });
 }
 
 } // namespace

@@ -8,10 +8,10 @@ namespace kel {
 struct PlaneBytes {
     u8 *r, *g, *b, *y; // y: only where there is a luma plane
 };
-using Planes = void (*)(const PlaneBytes& planes, const u8* source, size_t pixels);
+using ToPlanes = void (*)(const PlaneBytes& planes, const u8* source, size_t pixels);
 
 struct PlaneKernels {
-    Planes withoutLuma, withLuma;
+    ToPlanes withoutLuma, withLuma;
 };
 
 struct ColorKernels {

@@ -55,7 +55,7 @@ template <class Splitter, bool withLuma> void planesKernel(const PlaneBytes& pla
     if constexpr (withLuma) std::memcpy(to.y, y, n);
 }
 
-template <class Splitter> constexpr PlaneKernels planes() {
+template <class Splitter> constexpr PlaneKernels planeKernels() {
     return {.withoutLuma = planesKernel<Splitter, false>, .withLuma = planesKernel<Splitter, true>};
 }
 

@@ -25,32 +25,32 @@ void correctedShiftedMosaic(u8* d, const u8* s, size_t width, size_t height, uns
 }
 
 template <class R> constexpr ByOutput<CorrectedRun> correctedRuns() {
-    return tableOf<CorrectedRun, 1, 2, 3, 4>([]<int output>() { return correctedRun<R, WriterOf<output>>; });
+    return tableOf<CorrectedRun>(colour8, []<u32 output>() { return correctedRun<R, WriterOf<output>>; });
 }
 
 // Both lumas of a corrected mosaic are BT.601.
 
 constexpr ByOutput<CorrectedMosaic> correctedRaw8() {
     ByOutput<CorrectedMosaic> table;
-    table.set(0, correctedMosaic<ByteRule, Raw8Samples, WriterOf<0>>);
-    table.set(5, table[0]);
-    table.set(1, correctedMosaic<ByteRule, Raw8Samples, WriterOf<1>>);
-    table.set(3, correctedMosaic<ByteRule, Raw8Samples, WriterOf<3>>);
+    table.set(OrvOutputMono8, correctedMosaic<ByteRule, Raw8Samples, WriterOf<OrvOutputMono8>>);
+    table.set(OrvOutputMono8Rec709, table[OrvOutputMono8]);
+    table.set(OrvOutputBgr24, correctedMosaic<ByteRule, Raw8Samples, WriterOf<OrvOutputBgr24>>);
+    table.set(OrvOutputRgb24, correctedMosaic<ByteRule, Raw8Samples, WriterOf<OrvOutputRgb24>>);
     return table;
 }
 
 constexpr ByOutput<CorrectedMosaic> correctedRaw12() {
     ByOutput<CorrectedMosaic> table;
-    table.set(1, correctedMosaic<WrapRule, Top12, WriterOf<1>>);
-    table.set(9, correctedMosaic<WordRule, Whole12, WriterOf<9>>);
+    table.set(OrvOutputBgr24, correctedMosaic<WrapRule, Top12Packed, WriterOf<OrvOutputBgr24>>);
+    table.set(OrvOutputBgr48, correctedMosaic<WordRule, Samples12Packed, WriterOf<OrvOutputBgr48>>);
     return table;
 }
 
 template <Endian endian> constexpr ByOutput<CorrectedShiftedMosaic> correctedRaw16() {
     ByOutput<CorrectedShiftedMosaic> table;
-    table.set(7, correctedShiftedMosaic<WordRule, Raw16Samples<endian>, WriterOf<7>>);
-    table.set(8, table[7]);
-    table.set(9, correctedShiftedMosaic<WordRule, Raw16Samples<endian>, WriterOf<9>>);
+    table.set(OrvOutputMono16, correctedShiftedMosaic<WordRule, Raw16Samples<endian>, WriterOf<OrvOutputMono16>>);
+    table.set(OrvOutputMono16Rec709, table[OrvOutputMono16]);
+    table.set(OrvOutputBgr48, correctedShiftedMosaic<WordRule, Raw16Samples<endian>, WriterOf<OrvOutputBgr48>>);
     return table;
 }
 
@@ -67,7 +67,7 @@ constexpr CorrectionKernels correctionKernels{
     .raw8 = correctedRaw8(),
     .raw12 = correctedRaw12(),
     .raw16Shifted = {correctedRaw16<Endian::little>(), correctedRaw16<Endian::big>()},
-    .raw12ToBgr24 = correctedMosaic<ByteRule, Top12, WriterOf<1>>,
+    .raw12ToBgr24 = correctedMosaic<ByteRule, Top12Packed, WriterOf<OrvOutputBgr24>>,
 };
 
 } // namespace KEL_LEVEL

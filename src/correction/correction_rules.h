@@ -128,14 +128,14 @@ struct WordRule {
 
 // ---- On blocks
 
-INLINE void unpack(u8 (&samples)[N], Bytes v) { store(samples, v); }
-INLINE void unpack(u16 (&samples)[N], Halves v) { storeHalves(reinterpret_cast<u8*>(samples), v); }
-INLINE void pack(Bytes& v, const u8 (&samples)[N]) { v = load(samples); }
-INLINE void pack(Halves& v, const u16 (&samples)[N]) { v = loadHalves(reinterpret_cast<const u8*>(samples)); }
+INLINE void toArray(u8 (&samples)[N], Bytes v) { store(samples, v); }
+INLINE void toArray(u16 (&samples)[N], Halves v) { storeHalves(reinterpret_cast<u8*>(samples), v); }
+INLINE void fromArray(Bytes& v, const u8 (&samples)[N]) { v = load(samples); }
+INLINE void fromArray(Halves& v, const u16 (&samples)[N]) { v = loadHalves(reinterpret_cast<const u8*>(samples)); }
 
 template <class Rule> __attribute__((noinline, cold)) void correctEach(typename Rule::Block& block, const Matrix& m) {
     typename Rule::Sample r[N], g[N], b[N];
-    unpack(r, block.r), unpack(g, block.g), unpack(b, block.b);
+    toArray(r, block.r), toArray(g, block.g), toArray(b, block.b);
     for (int i = 0; i < N; ++i) {
         const u32 colours[] = {r[i], g[i], b[i]};
         const auto channel = [&](const i32(&row)[3]) {
@@ -145,7 +145,7 @@ template <class Rule> __attribute__((noinline, cold)) void correctEach(typename 
         };
         r[i] = channel(m.r), g[i] = channel(m.g), b[i] = channel(m.b);
     }
-    pack(block.r, r), pack(block.g, g), pack(block.b, b);
+    fromArray(block.r, r), fromArray(block.g, g), fromArray(block.b, b);
 }
 
 // A writer that corrects first.

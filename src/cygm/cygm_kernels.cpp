@@ -21,7 +21,7 @@ template <class W> void cygmKernel(u8* d, const u8* s, size_t width, size_t heig
     const Fields fields{s, width, height};
     const size_t pitch = width * W::bytes;
     for (size_t y = 0; y + 1 < height; ++y, d += pitch)
-        row2x2({fields.line(y), fields.line(y + 1)}, width, Raw8Samples(), PackedRow<W>{d, W()}, CygmRule(y));
+        row2x2({fields.line(y), fields.line(y + 1)}, width, Raw8Samples(), RowSink<W>{d, W()}, CygmRule(y));
     std::memcpy(d, d - pitch, pitch);
 }
 
@@ -51,7 +51,7 @@ template <class W> void binnedKernel(u8* d, const u8* s, size_t width, size_t he
     for (size_t y = 0; y < height; y += 2, d += pixels * W::bytes) {
         const u8 *upper = fields.line(y), *lower = fields.line(y + 1);
         const CygmFactors factors(y);
-        const PackedRow<W> row{d, W()};
+        const RowSink<W> row{d, W()};
         size_t x = 0;
         for (; x + N <= pixels; x += N) row.put(x, binnedBlock(upper + 2 * x, lower + 2 * x, factors));
         if (x == pixels) continue;
@@ -130,7 +130,7 @@ INLINE Rgb endBlock3x3(const Fields& fields, size_t x, size_t n, size_t y, const
 
 template <class W> void row3x3(u8* d, const Fields& fields, size_t y) {
     const CygmFactors factors(0);
-    const PackedRow<W> row{d, W()};
+    const RowSink<W> row{d, W()};
     const size_t width = fields.width, head = width < N ? width : N;
     row.putPart(0, endBlock3x3(fields, 0, head, y, factors), head);
 
@@ -154,9 +154,9 @@ namespace KEL_LEVEL {
 
 extern const CygmKernels cygmKernels;
 constexpr CygmKernels cygmKernels{
-    .cygm8 = tableOf<CygmMosaic, 0, 1, 2, 3, 4, 5, 6>([]<int output>() { return cygmKernel<WriterOf<output>>; }),
-    .binned = tableOf<CygmMosaic, 0, 1, 2, 3, 4, 5, 6>([]<int output>() { return binnedKernel<WriterOf<output>>; }),
-    .by3x3 = tableOf<CygmMosaic, 0, 1, 2, 3, 4, 5, 6>([]<int output>() { return cygm3x3Kernel<WriterOf<output>>; }),
+    .cygm8 = tableOf<CygmMosaic>(mono8 + colour8 + uyvy, []<u32 output>() { return cygmKernel<WriterOf<output>>; }),
+    .binned = tableOf<CygmMosaic>(mono8 + colour8 + uyvy, []<u32 output>() { return binnedKernel<WriterOf<output>>; }),
+    .by3x3 = tableOf<CygmMosaic>(mono8 + colour8 + uyvy, []<u32 output>() { return cygm3x3Kernel<WriterOf<output>>; }),
 };
 
 } // namespace KEL_LEVEL

@@ -24,14 +24,14 @@ struct Strip {
 };
 
 // Pitches in bytes.
-struct Lines {
+struct ResampledLines {
     u8* destination;
     const u8* source;
     ptrdiff_t destinationPitch, sourcePitch;
     size_t count;
 };
 
-using Resample = void (*)(const Lines& lines, const Strip& strip);
+using Resample = void (*)(const ResampledLines& lines, const Strip& strip);
 
 struct GeometryKernels {
     Reverse reverse[7]; // in place, by bytes per element

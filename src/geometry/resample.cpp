@@ -54,12 +54,12 @@ void fill(Strip& strip, const Ratio& ratio, i64 first, size_t count, size_t byte
 }
 
 // Strip by strip; all lines of each.
-void resampleStrips(const Lines& lines, i64 length, size_t bytesPerPixel, const Ratio& ratio) {
+void resampleStrips(const ResampledLines& lines, i64 length, size_t bytesPerPixel, const Ratio& ratio) {
     const i64 atOnce = static_cast<i64>(Strip::capacity / bytesPerPixel);
     Strip strip;
     for (i64 first = 0; first < length; first += atOnce) {
         fill(strip, ratio, first, static_cast<size_t>(std::min(atOnce, length - first)), bytesPerPixel);
-        Lines part = lines;
+        ResampledLines part = lines;
         part.destination += static_cast<size_t>(first) * bytesPerPixel;
         geometryKernels().resample[ratio.mode](part, strip);
     }
@@ -68,11 +68,11 @@ void resampleStrips(const Lines& lines, i64 length, size_t bytesPerPixel, const 
 void resample(u8* destination, const u8* source, const Scanlines& scanlines, const Ratio& ratio) {
     const size_t pixel = scanlines.bytesPerPixel;
     const auto pitchOf = [pixel](i32 pixels) { return ptrdiff_t{pixels} * static_cast<ptrdiff_t>(pixel); };
-    Lines lines{.destination = destination,
-                .source = source,
-                .destinationPitch = pitchOf(scanlines.destinationPitch),
-                .sourcePitch = pitchOf(scanlines.sourcePitch),
-                .count = static_cast<size_t>(scanlines.count)};
+    ResampledLines lines{.destination = destination,
+                         .source = source,
+                         .destinationPitch = pitchOf(scanlines.destinationPitch),
+                         .sourcePitch = pitchOf(scanlines.sourcePitch),
+                         .count = static_cast<size_t>(scanlines.count)};
 
     // A line that begins within the one before overwrites its tail, which has to be there by then.
     const bool overlap = scanlines.destinationPitch > 0 && scanlines.destinationPitch < scanlines.destinationLength;

@@ -104,7 +104,7 @@ INLINE void resampleLine(u8* d, const u8* s, const Strip& strip, const Block* bl
 }
 
 // The last block steps back, to end with the strip; strips shorter than a block have none.
-template <bool linear> void resample(const Lines& lines, const Strip& strip) {
+template <bool linear> void resample(const ResampledLines& lines, const Strip& strip) {
     Block blocks[Strip::capacity / N];
     const size_t count = strip.length < N ? 0 : (strip.length + N - 1) / N;
     for (size_t i = 0; i < count; ++i) describe<linear>(blocks[i], strip, i + 1 < count ? i * N : strip.length - N);

@@ -6,7 +6,7 @@
 //
 // A sample reader S says how many bits a sample has, after how many samples its bit position repeats (`group`), and
 // whether it pays to unpack each row once (`unpackOnce`), and turns memory into N samples: samples<0>(p), or
-// samples<1>(p) one sample further right. A plane of samples is Bytes or Halves. A rule makes N pixels from the samples
+// samples<1>(p) one sample further right. N samples are Bytes or Halves. A rule makes N pixels from the samples
 // of N blocks, the first of which is in an even column. A sink takes the pixels from column x on: put() N of them,
 // putPart() n.
 #pragma once
@@ -15,10 +15,10 @@
 namespace kel {
 namespace {
 
-// ---- Planes of 8 bits (Bytes) and of 16 bits (Halves), by the same names
+// ---- Samples of 8 bits (Bytes) and of 16 bits (Halves), by the same names
 
 // A mask of the even columns, or of the odd ones.
-template <class Plane> INLINE Plane columns(bool even);
+template <class Samples> INLINE Samples columns(bool even);
 template <> INLINE Bytes columns<Bytes>(bool even) {
     const Bytes mask = maskWhere([](int i) { return i % 2 == 0; });
     return even ? mask : ~mask;
@@ -58,15 +58,15 @@ INLINE void repeatLast(Halves& v) {
 }
 template <class Colours> INLINE void repeatLast(Colours& p) { repeatLast(p.r), repeatLast(p.g), repeatLast(p.b); }
 
-// ---- Samples that lie in memory as planes do
+// ---- Samples that lie in memory as they lie in vectors
 
-template <class Plane> struct PlaneSamples;
-template <> struct PlaneSamples<Bytes> : Reader<8> {
+template <class Samples> struct PlainSamples;
+template <> struct PlainSamples<Bytes> : Reader<8> {
     static constexpr int group = 2;
     static constexpr bool unpackOnce = false;
     template <int from> static INLINE Bytes samples(const u8* s) { return load(s + from); }
 };
-template <> struct PlaneSamples<Halves> : Reader<16> {
+template <> struct PlainSamples<Halves> : Reader<16> {
     static constexpr int group = 2;
     static constexpr bool unpackOnce = false;
     template <int from> static INLINE Halves samples(const u8* s) { return loadHalves(s + 2 * from); }
@@ -75,9 +75,9 @@ template <> struct PlaneSamples<Halves> : Reader<16> {
 // ---- The walk
 
 // The samples of N blocks.
-template <class Plane> struct Blocks { Plane a, b, c, d; };
+template <class Samples> struct Blocks { Samples a, b, c, d; };
 
-template <class S> using PlaneOf = decltype(std::declval<const S&>().template samples<0>(nullptr));
+template <class S> using SamplesOf = decltype(std::declval<const S&>().template samples<0>(nullptr));
 
 struct RowPair {
     const u8 *first, *second;
@@ -89,8 +89,8 @@ struct RowPair {
 
 // N pixels that end with the row, the last one still without a block of its own.
 template <class S, class Rule> INLINE auto lastBlocks2x2(RowPair row, const S& read, const Rule& rule) {
-    const PlaneOf<S> a = read.template samples<0>(row.first), c = read.template samples<0>(row.second);
-    return rule(Blocks<PlaneOf<S>>{a, next(a), c, next(c)});
+    const SamplesOf<S> a = read.template samples<0>(row.first), c = read.template samples<0>(row.second);
+    return rule(Blocks<SamplesOf<S>>{a, next(a), c, next(c)});
 }
 // The last 2 to N pixels of a row, through buffers. (Arguments by value keep their originals in registers.)
 template <class S, class Sink, class Rule>
@@ -111,9 +111,9 @@ INLINE void startOfRow2x2(RowPair row, size_t count, const S& read, const Sink& 
         const RowPair from = row.from<S>(x);
         prefetch<N * S::bits / 8, false>(from.first);
         prefetch<N * S::bits / 8, false>(from.second);
-        sink.put(
-            x, rule(Blocks<PlaneOf<S>>{read.template samples<0>(from.first), read.template samples<1>(from.first),
-                                       read.template samples<0>(from.second), read.template samples<1>(from.second)}));
+        sink.put(x, rule(Blocks<SamplesOf<S>>{
+                        read.template samples<0>(from.first), read.template samples<1>(from.first),
+                        read.template samples<0>(from.second), read.template samples<1>(from.second)}));
     }
 }
 
@@ -133,7 +133,7 @@ INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, c
 }
 
 // The sink that packs a row of pixels into memory.
-template <class W> struct PackedRow {
+template <class W> struct RowSink {
     u8* d;
     W write;
 

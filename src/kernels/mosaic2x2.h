@@ -18,11 +18,11 @@ INLINE Rgb colours(Bytes r, Bytes g, Bytes b) { return {r, g, b}; }
 INLINE Rgb16 colours(Halves r, Halves g, Halves b) { return {r, g, b}; }
 
 // Of blocks whose first row is the red one.
-template <class Plane> struct Demosaic2x2 {
-    Plane redLeft;
+template <class Samples> struct Demosaic2x2 {
+    Samples redLeft;
 
-    INLINE explicit Demosaic2x2(unsigned phase) : redLeft(columns<Plane>(phase % 2 == 0)) {}
-    INLINE auto operator()(const Blocks<Plane>& s) const {
+    INLINE explicit Demosaic2x2(unsigned phase) : redLeft(columns<Samples>(phase % 2 == 0)) {}
+    INLINE auto operator()(const Blocks<Samples>& s) const {
         return colours(select(redLeft, s.a, s.b), mean(select(redLeft, s.b, s.a), select(redLeft, s.c, s.d)),
                        select(redLeft, s.d, s.c));
     }
@@ -42,7 +42,7 @@ INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
 template <class S> struct Unpacker : Reader<S::bits> {
     S read;
     INLINE explicit Unpacker(const S& r) : read(r) {}
-    INLINE PlaneOf<S> get(const u8* s) const { return read.template samples<0>(s); }
+    INLINE SamplesOf<S> get(const u8* s) const { return read.template samples<0>(s); }
 };
 struct LineWriter {
     static constexpr bool keeps = false;
@@ -55,11 +55,11 @@ struct WordLine : LineWriter {
     static constexpr int bytes = 2;
     static INLINE void put(u8* d, Halves v) { storeHalves(d, v); }
 };
-INLINE ByteLine lineWriter(PlaneSamples<Bytes>) { return {}; }
-INLINE WordLine lineWriter(PlaneSamples<Halves>) { return {}; }
+INLINE ByteLine lineWriter(PlainSamples<Bytes>) { return {}; }
+INLINE WordLine lineWriter(PlainSamples<Halves>) { return {}; }
 
-template <class S> INLINE void unpack(u8* line, const u8* s, size_t n, const S& read) {
-    using Line = PlaneSamples<PlaneOf<S>>;
+template <class S> INLINE void unpackRow(u8* line, const u8* s, size_t n, const S& read) {
+    using Line = PlainSamples<SamplesOf<S>>;
     const auto write = lineWriter(Line());
     const Unpacker<S> unpacker(read);
     if (n > N && n % N > 0 && n % S::group == 0) { // step back, to end with the row
@@ -85,24 +85,24 @@ struct MosaicStrip {
 template <class S, class W, class Rule>
 INLINE void strip2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const MosaicStrip& strip,
                      const S& read, const W& write, const Rule& demosaic) {
-    using Line = PlaneSamples<PlaneOf<S>>;
+    using Line = PlainSamples<SamplesOf<S>>;
     alignas(N) u8 lines[2][bytesFor(MosaicStrip::capacity + N, Line::bits)];
     const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
     s += strip.x * S::bits / 8, d += strip.x * W::bytes;
-    unpack(lines[0], s, strip.samples(), read);
+    unpackRow(lines[0], s, strip.samples(), read);
     for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
-        unpack(lines[(y + 1) % 2], s + (y + 1) * sourcePitch, strip.samples(), read);
+        unpackRow(lines[(y + 1) % 2], s + (y + 1) * sourcePitch, strip.samples(), read);
         const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
         if (strip.last)
-            row2x2(rows, strip.n, Line(), PackedRow<W>{d, write}, demosaic);
+            row2x2(rows, strip.n, Line(), RowSink<W>{d, write}, demosaic);
         else
-            startOfRow2x2(rows, strip.n / N, Line(), PackedRow<W>{d, write}, demosaic);
+            startOfRow2x2(rows, strip.n / N, Line(), RowSink<W>{d, write}, demosaic);
     }
 }
 
 template <class S, class W>
 INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const S& read, const W& write) {
-    const Demosaic2x2<PlaneOf<S>> demosaic(phase);
+    const Demosaic2x2<SamplesOf<S>> demosaic(phase);
     const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
     if constexpr (S::unpackOnce) {
         for (size_t x = 0; x < width;) {
@@ -112,7 +112,7 @@ INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned 
         }
     } else {
         for (size_t y = 0; y + 1 < height; ++y)
-            row2x2(rowPair(s, sourcePitch, y, phase), width, read, PackedRow<W>{d + y * pitch, write}, demosaic);
+            row2x2(rowPair(s, sourcePitch, y, phase), width, read, RowSink<W>{d + y * pitch, write}, demosaic);
     }
     std::memcpy(d + (height - 1) * pitch, d + (height - 2) * pitch, pitch);
 }
@@ -126,12 +126,12 @@ void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, uns
     mosaic2x2(d, s, width, height, phase, S(shift), W());
 }
 
-// The kernels of one sample reader for a list of outputs.
-template <class S, int... outputs> constexpr ByOutput<Mosaic> mosaics2x2() {
-    return tableOf<Mosaic, outputs...>([]<int output>() { return mosaic2x2Kernel<S, WriterOf<output>>; });
+// The kernels of one sample reader for a set of outputs.
+template <class S, class Set> constexpr ByOutput<Mosaic> mosaics2x2(Set outputs) {
+    return tableOf<Mosaic>(outputs, []<u32 output>() { return mosaic2x2Kernel<S, WriterOf<output>>; });
 }
-template <class S, int... outputs> constexpr ByOutput<ShiftedMosaic> shiftedMosaics2x2() {
-    return tableOf<ShiftedMosaic, outputs...>([]<int output>() { return shiftedMosaic2x2Kernel<S, WriterOf<output>>; });
+template <class S, class Set> constexpr ByOutput<ShiftedMosaic> shiftedMosaics2x2(Set outputs) {
+    return tableOf<ShiftedMosaic>(outputs, []<u32 output>() { return shiftedMosaic2x2Kernel<S, WriterOf<output>>; });
 }
 
 } // namespace

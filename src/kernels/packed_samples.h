@@ -1,5 +1,5 @@
-// Packed samples of 10 and 12 bits, shared by the mono readers and the mosaics. They come MSB-aligned in 16-bit words
-// (Packed, Whole12) or as the top eight bits alone (Top12).
+// Packed samples of 10 and 12 bits, shared by the mono readers and the mosaics: MSB-aligned in 16-bit words, or the top
+// eight bits alone (Top12Packed).
 //
 // `from`: skip that many samples (0 or 1) first. No byte is touched that does not hold a wanted sample.
 #pragma once
@@ -9,26 +9,26 @@
 namespace kel {
 namespace {
 
-// The PFNC "p" formats, a little-endian bit stream. The 16-bit word at byte floor(i * bits / 8) holds all of sample i;
+// 10p and 12p (the PFNC's "p"), a little-endian bit stream. The 16-bit word at byte floor(i * bits / 8) holds all of sample i;
 // multiplying it by scale(i) moves the sample to the top, and the mask drops what is left of its neighbour.
 //
 //   10p   byte    0        1        2        3        4
 //                 aaaaaaaa bbbbbbaa ccccbbbb ddcccccc dddddddd
 //   12p   byte    0        1        2
 //                 aaaaaaaa bbbbaaaa bbbbbbbb
-struct Bits10 {
+struct Layout10p {
     static constexpr int bits = 10, group = 4; // samples until the phase repeats
     static constexpr u16 mask = 0xFFC0;
     static constexpr int scale(int i) { return 64 >> 2 * (i % 4); }
 };
-struct Bits12 {
+struct Layout12p {
     static constexpr int bits = 12, group = 2;
     static constexpr u16 mask = 0xFFF0;
     static constexpr int scale(int i) { return i % 2 ? 1 : 16; }
 };
 
-template <class Format> struct Packed : Reader<Format::bits> {
-    static constexpr int group = Format::group;
+template <class Layout> struct BitStreamSamples : Reader<Layout::bits> {
+    static constexpr int group = Layout::group;
     static constexpr bool unpackOnce = true;
 
     template <int from = 0> static INLINE Halves samples(const u8* s) {
@@ -37,25 +37,30 @@ template <class Format> struct Packed : Reader<Format::bits> {
     static INLINE Grey16 get(const u8* s) { return {samples(s)}; }
 
 private:
-    static constexpr int byteOf(int i) { return i * Format::bits / 8; }
+    static constexpr int byteOf(int i) { return i * Layout::bits / 8; }
+    static constexpr bool liesInOneWord(int i) { return i * Layout::bits % 8 + Layout::bits <= 16; }
+    static_assert(liesInOneWord(0) && liesInOneWord(1) && liesInOneWord(2) && liesInOneWord(3));
 
     // Samples first .. first + L / 2 - 1 of each lane. They fit in L bytes; the second half ends with the last sample's
     // word, so that nothing behind it is read.
     template <int from, int first> static INLINE Words half(const u8* s) {
         constexpr int start = first == from ? 0 : byteOf(L - 1 + from) + 2 - L;
-        const Bytes bytes = loadLanes(s + start, L * Format::bits / 8);
+        const Bytes bytes = loadLanes(s + start, L * Layout::bits / 8);
         const Bytes words = permute(bytes, [](int i) { return byteOf(first + i / 2) + i % 2 - start; });
-        return as<Words>(words) * scales<first>(Indices<N / 2>()) & Format::mask;
+        return as<Words>(words) * scales<first>(Indices<N / 2>()) & Layout::mask;
     }
     template <int first, int... i> static INLINE Words scales(std::integer_sequence<int, i...>) {
-        return Words{static_cast<u16>(Format::scale(i + first))...};
+        return Words{static_cast<u16>(Layout::scale(i + first))...};
     }
 };
+
+using Samples10p = BitStreamSamples<Layout10p>;
+using Samples12p = BitStreamSamples<Layout12p>;
 
 // 12Packed: bytes 0 and 2 of three hold the top bits of two samples, byte 1 their low nibbles, the first one's below.
 constexpr int topByteOf(int i) { return i / 2 * 3 + i % 2 * 2; }
 
-struct Top12 : Reader<12> {
+struct Top12Packed : Reader<12> {
     static constexpr int group = 2;
     static constexpr bool unpackOnce = true;
 
@@ -70,7 +75,7 @@ struct Top12 : Reader<12> {
     static INLINE Grey get(const u8* s) { return {samples(s)}; }
 };
 
-struct Whole12 : Reader<12> {
+struct Samples12Packed : Reader<12> {
     static constexpr int group = 2;
     static constexpr bool unpackOnce = true;
 

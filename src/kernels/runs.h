@@ -43,20 +43,20 @@ template <class R, class W> void shiftedRunKernel(u8* d, const u8* s, size_t n, 
     run(d, s, n, R(shift), W());
 }
 
-// The kernels of one reader for a list of outputs.
-template <class R, int... outputs> constexpr ByOutput<Run> runs() {
-    return tableOf<Run, outputs...>([]<int output>() { return runKernel<R, WriterOf<output>>; });
+// The kernels of one reader for a set of outputs.
+template <class R, class Set> constexpr ByOutput<Run> runs(Set outputs) {
+    return tableOf<Run>(outputs, []<u32 output>() { return runKernel<R, WriterOf<output>>; });
 }
-template <class R, int... outputs> constexpr ByOutput<ShiftedRun> shiftedRuns() {
-    return tableOf<ShiftedRun, outputs...>([]<int output>() { return shiftedRunKernel<R, WriterOf<output>>; });
+template <class R, class Set> constexpr ByOutput<ShiftedRun> shiftedRuns(Set outputs) {
+    return tableOf<ShiftedRun>(outputs, []<u32 output>() { return shiftedRunKernel<R, WriterOf<output>>; });
 }
 
 // Bytes as they are; source and destination may overlap or be the same.
 template <int bytesPerPixel> void copyKernel(u8* d, const u8* s, size_t n) {
     if (d != s) std::memmove(d, s, n * bytesPerPixel);
 }
-template <int bytesPerPixel, int... outputs> constexpr ByOutput<Run> copies() {
-    return tableOf<Run, outputs...>([]<int>() { return copyKernel<bytesPerPixel>; });
+template <int bytesPerPixel, class Set> constexpr ByOutput<Run> copies(Set outputs) {
+    return tableOf<Run>(outputs, []<u32>() { return copyKernel<bytesPerPixel>; });
 }
 
 } // namespace

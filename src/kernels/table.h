@@ -1,5 +1,6 @@
 // Kernel tables: plain function pointers, so that those who call them see no vector type.
 #pragma once
+#include "orvella/orv.h"
 #include "support/integers.h"
 
 namespace kel {
@@ -12,7 +13,7 @@ using ShiftedMosaic = void (*)(u8* destination, const u8* source, size_t width, 
 // Overwrites the source; scratch: scratchSize(width) bytes.
 using FilteredMosaic = void (*)(u8* destination, u8* source, size_t width, size_t height, unsigned phase, u8* scratch);
 
-constexpr unsigned outputCount = 11;
+constexpr unsigned outputCount = OrvOutputRgb48 + 1;
 
 // One kernel per OrvOutputCode; null: not offered.
 template <class Kernel> class ByOutput {
@@ -35,10 +36,25 @@ private:
     u32 offered_ = 0; // one bit each: g++ compares no function with null in a constant under -fsanitize=undefined
 };
 
-// The kernels for a list of outputs: kernelFor is a lambda []<int output>() that returns the one for an output.
-template <class Kernel, int... outputs, class KernelFor> constexpr ByOutput<Kernel> tableOf(KernelFor kernelFor) {
+// Sets of outputs.
+template <u32... codes> struct Outputs {};
+template <u32... a, u32... b> constexpr Outputs<a..., b...> operator+(Outputs<a...>, Outputs<b...>) { return {}; }
+
+constexpr Outputs<OrvOutputBgr24> bgr24;
+constexpr Outputs<OrvOutputBgra32> bgra32;
+constexpr Outputs<OrvOutputRgb24> rgb24;
+constexpr Outputs<OrvOutputRgba32> rgba32;
+constexpr Outputs<OrvOutputYuv422> uyvy;
+constexpr Outputs<OrvOutputBgr48> bgr48;
+constexpr Outputs<OrvOutputMono8, OrvOutputMono8Rec709> mono8;
+constexpr Outputs<OrvOutputMono16, OrvOutputMono16Rec709> mono16;
+constexpr auto colour8 = bgr24 + bgra32 + rgb24 + rgba32;
+
+// The kernels for a set of outputs: kernelFor is a lambda []<u32 output>() that returns the one for an output.
+template <class Kernel, u32... codes, class KernelFor>
+constexpr ByOutput<Kernel> tableOf(Outputs<codes...>, KernelFor kernelFor) {
     ByOutput<Kernel> table;
-    (table.set(outputs, kernelFor.template operator()<outputs>()), ...);
+    (table.set(codes, kernelFor.template operator()<codes>()), ...);
     return table;
 }
 

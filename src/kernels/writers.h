@@ -3,6 +3,7 @@
 // To add an output: write its writer and give it a line in writerOf.
 #pragma once
 #include "kernels/pixels.h"
+#include "kernels/table.h"
 
 namespace kel {
 namespace {
@@ -11,7 +12,7 @@ namespace {
 
 enum class Order { rgb, bgr };
 
-template <Order order> struct Packed24 {
+template <Order order> struct Rgb24Writer {
     static constexpr int bytes = 3;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Rgb p) {
@@ -22,7 +23,7 @@ template <Order order> struct Packed24 {
 };
 
 // The fourth byte stays as it was.
-template <Order order> struct Packed32 {
+template <Order order> struct Rgb32Writer {
     static constexpr int bytes = 4;
     static constexpr bool keeps = true;
     static INLINE void put(u8* d, Rgb p) {
@@ -52,7 +53,7 @@ private:
     }
 };
 
-template <Weights k> struct Mono8 {
+template <Weights k> struct Mono8Writer {
     static constexpr int bytes = 1;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Rgb p) { store(d, highBytes(weigh<k>(p))); }
@@ -61,7 +62,7 @@ template <Weights k> struct Mono8 {
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
 };
 
-template <Weights k> struct Mono16 {
+template <Weights k> struct Mono16Writer {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Rgb p) {
@@ -91,7 +92,7 @@ struct PairsWriter {
 //   U = ((-38 R - 74 G + 112 B + 128) >> 8) + 128
 //   V = ((112 R - 94 G - 18 B + 128) >> 8) + 128
 // The constants after the shift go into the sum, where they keep it positive.
-struct Uyvy {
+struct UyvyWriter {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Rgb p) {
@@ -106,7 +107,7 @@ private:
     static INLINE Words pairMean(Split s) { return ((s.even >> 8) + (s.odd >> 8)) >> 1; }
 };
 
-template <Order order> struct Packed48 {
+template <Order order> struct Rgb48Writer {
     static constexpr int bytes = 6;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Rgb16 p) {
@@ -121,21 +122,21 @@ template <Order order> struct Packed48 {
 };
 
 // The writer of an OrvOutputCode.
-template <int output> constexpr auto writerOf() {
-    static_assert(output >= 0 && output <= 10);
-    if constexpr (output == 0) return Mono8<bt601>();
-    if constexpr (output == 1) return Packed24<Order::bgr>();
-    if constexpr (output == 2) return Packed32<Order::bgr>();
-    if constexpr (output == 3) return Packed24<Order::rgb>();
-    if constexpr (output == 4) return Packed32<Order::rgb>();
-    if constexpr (output == 5) return Mono8<bt709>();
-    if constexpr (output == 6) return Uyvy();
-    if constexpr (output == 7) return Mono16<bt601>();
-    if constexpr (output == 8) return Mono16<bt709>();
-    if constexpr (output == 9) return Packed48<Order::bgr>();
-    if constexpr (output == 10) return Packed48<Order::rgb>();
+template <u32 output> constexpr auto writerOf() {
+    static_assert(output < outputCount);
+    if constexpr (output == OrvOutputMono8) return Mono8Writer<bt601>();
+    if constexpr (output == OrvOutputBgr24) return Rgb24Writer<Order::bgr>();
+    if constexpr (output == OrvOutputBgra32) return Rgb32Writer<Order::bgr>();
+    if constexpr (output == OrvOutputRgb24) return Rgb24Writer<Order::rgb>();
+    if constexpr (output == OrvOutputRgba32) return Rgb32Writer<Order::rgb>();
+    if constexpr (output == OrvOutputMono8Rec709) return Mono8Writer<bt709>();
+    if constexpr (output == OrvOutputYuv422) return UyvyWriter();
+    if constexpr (output == OrvOutputMono16) return Mono16Writer<bt601>();
+    if constexpr (output == OrvOutputMono16Rec709) return Mono16Writer<bt709>();
+    if constexpr (output == OrvOutputBgr48) return Rgb48Writer<Order::bgr>();
+    if constexpr (output == OrvOutputRgb48) return Rgb48Writer<Order::rgb>();
 }
-template <int output> using WriterOf = decltype(writerOf<output>());
+template <u32 output> using WriterOf = decltype(writerOf<output>());
 
 } // namespace
 } // namespace kel

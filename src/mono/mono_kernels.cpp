@@ -7,7 +7,7 @@ namespace kel {
 namespace {
 
 template <Endian endian> constexpr ByOutput<Run> fullDepth() {
-    return runs<Mono16MainByte<endian>, 0, 5>() | runs<Mono16Tinted<endian>, 1, 2, 3, 4>() | copies<2, 7, 8>();
+    return runs<Mono16MainByte<endian>>(mono8) | runs<Mono16Tinted<endian>>(colour8) | copies<2>(mono16);
 }
 
 struct Mono16BigEndian {
@@ -22,19 +22,19 @@ namespace KEL_LEVEL {
 
 extern const MonoKernels monoKernels;
 constexpr MonoKernels monoKernels{
-    .y8 = copies<1, 0, 5>() | runs<Mono8Reader, 1, 2, 3, 4, 6>(),
+    .y8 = copies<1>(mono8) | runs<Mono8Reader>(colour8 + uyvy),
     .y16BigEndian = fullDepth<Endian::big>(),
     .y16LittleEndian = fullDepth<Endian::little>(),
-    .y16Shifted = {shiftedRuns<Mono16Shifted<Endian::little>, 0, 1, 2, 3, 4, 5, 7, 8, 9>(),
-                   shiftedRuns<Mono16Shifted<Endian::big>, 0, 1, 2, 3, 4, 5, 7, 8, 9>()},
-    .y12 = runs<Top12, 0, 1, 2, 3, 4, 5>(),
-    .y10p = runs<Packed<Bits10>, 0, 1, 2, 3, 4, 5, 7, 8>(),
-    .y12p = runs<Packed<Bits12>, 0, 1, 2, 3, 4, 5, 7, 8>(),
-    .y16ToY8 = {shiftedRunKernel<Mono16ShiftedRounded<Endian::little>, WriterOf<0>>,
-                shiftedRunKernel<Mono16ShiftedRounded<Endian::big>, WriterOf<0>>},
-    .y16ToBgr = {shiftedRunKernel<Mono16ShiftedTinted<Endian::little>, WriterOf<1>>,
-                 shiftedRunKernel<Mono16ShiftedTinted<Endian::big>, WriterOf<1>>},
-    .packed12ToY16 = runKernel<Whole12, Mono16BigEndian>,
+    .y16Shifted = {shiftedRuns<Mono16Shifted<Endian::little>>(mono8 + colour8 + mono16 + bgr48),
+                   shiftedRuns<Mono16Shifted<Endian::big>>(mono8 + colour8 + mono16 + bgr48)},
+    .y12 = runs<Top12Packed>(mono8 + colour8),
+    .y10p = runs<Samples10p>(mono8 + colour8 + mono16),
+    .y12p = runs<Samples12p>(mono8 + colour8 + mono16),
+    .y16ToY8 = {shiftedRunKernel<Mono16ShiftedRounded<Endian::little>, WriterOf<OrvOutputMono8>>,
+                shiftedRunKernel<Mono16ShiftedRounded<Endian::big>, WriterOf<OrvOutputMono8>>},
+    .y16ToBgr = {shiftedRunKernel<Mono16ShiftedTinted<Endian::little>, WriterOf<OrvOutputBgr24>>,
+                 shiftedRunKernel<Mono16ShiftedTinted<Endian::big>, WriterOf<OrvOutputBgr24>>},
+    .packed12ToY16 = runKernel<Samples12Packed, Mono16BigEndian>,
 };
 
 } // namespace KEL_LEVEL

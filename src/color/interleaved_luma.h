@@ -32,7 +32,7 @@ INLINE UnsignedWides quadSums(Bytes weights, Bytes samples, int add) {
 #endif
 }
 
-template <Order order, Weights k> struct PackedLuma {
+template <Order order, Weights k> struct InterleavedLuma {
     static_assert(k.r + k.g + k.b == 256 && k.r >= 0 && k.b >= 0 && k.add % 2 == 0);
     static constexpr int bytes = 1;
     static constexpr bool keeps = false;
@@ -47,10 +47,10 @@ template <Order order, Weights k> struct PackedLuma {
     }
 };
 
-template <class R, Order order> constexpr ByOutput<Run> packedLumas() {
+template <class R, Order order> constexpr ByOutput<Run> interleavedLumas() {
     ByOutput<Run> table;
-    table.set(0, runKernel<R, PackedLuma<order, bt601>>);
-    table.set(5, runKernel<R, PackedLuma<order, bt709>>);
+    table.set(OrvOutputMono8, runKernel<R, InterleavedLuma<order, bt601>>);
+    table.set(OrvOutputMono8Rec709, runKernel<R, InterleavedLuma<order, bt709>>);
     return table;
 }
 
