@@ -6,7 +6,8 @@
 set -euo pipefail
 
 build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
-test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils)
+test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils
+    libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base)
 bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-dev python3-matplotlib
     linux-perf binutils llvm-19)
 

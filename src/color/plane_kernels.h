@@ -17,8 +17,8 @@ struct PlaneBlock {
 
 struct RgbSplitter : Reader<24> {
     template <bool withLuma> static INLINE PlaneBlock get(const u8* s) {
-        static_assert(!withLuma, "rgbPlanesWithLuma() is for that");
-        return {Rgb24Reader<Order::rgb>::get(s), Bytes{}};
+        const Rgb colours = Rgb24Reader<Order::rgb>::get(s);
+        return {colours, withLuma ? doubleLuma<planeWeights>(colours) : Bytes{}};
     }
 };
 
@@ -53,21 +53,6 @@ template <class Splitter, bool withLuma> void planesKernel(const PlaneBytes& pla
     std::memcpy(to.g, g, n);
     std::memcpy(to.b, b, n);
     if constexpr (withLuma) std::memcpy(to.y, y, n);
-}
-
-// The planes of RGB8 beside its luma.
-struct PlaneSink {
-    PlaneBytes to;
-
-    INLINE void put(size_t x, const Rgb& p) const { store(to.r + x, p.r), store(to.g + x, p.g), store(to.b + x, p.b); }
-    INLINE void putPart(size_t x, const Rgb& p, size_t n) const {
-        std::memcpy(to.r + x, &p.r, n);
-        std::memcpy(to.g + x, &p.g, n);
-        std::memcpy(to.b + x, &p.b, n);
-    }
-};
-void rgbPlanesWithLuma(const PlaneBytes& planes, const u8* s, size_t n) {
-    lumaRun<planeWeights>(planes.y, s, n, PlaneSink{planes});
 }
 
 template <class Splitter> constexpr PlaneKernels planeKernels() {
