@@ -1,27 +1,14 @@
-// An 8-bit Bayer frame becomes BGR24, as display code wants it.
-#include <orvella/orv.h>
+// A packed Bayer frame becomes RGB24, as display code wants it.
+#include <orvella/orvella.hpp>
 
 #include <cstdio>
 #include <vector>
 
 int main() {
-    const unsigned width = 640, height = 480;
-    std::vector<unsigned char> frame(width * height, 128); // from your camera
-    std::vector<unsigned char> picture(width * height * 3);
+    const std::vector<unsigned char> frame(640 * 480 * 3 / 2, 128); // from your camera
 
-    OrvImage source{}, destination{};
-    source.Size = destination.Size = sizeof(OrvImage);
-    source.Data = frame.data();
-    destination.Data = picture.data();
-    OrvSetImageInfoFromPixelFormat(OrvPixelFormatBayerRG8, width, height, &source);
-    OrvSetImageInfoOutput(OrvOutputBgr24, width, height, &destination);
+    auto picture = orvella::convert({frame, orvella::PixelFormat::BayerRG12p, {640, 480}}, orvella::Output::Rgb24);
 
-    OrvTransformInfo debayer{};
-    OrvSetDebayerMode(OrvDebayerMode3x3, &debayer);
-    const OrvErrorType result = OrvImageTransform(&source, &destination, &debayer, 1);
-
-    char text[100];
-    OrvGetErrorInfo(result, text, sizeof text);
-    std::printf("%s, first pixel B %d G %d R %d\n", text, picture[0], picture[1], picture[2]);
-    return result == OrvErrorSuccess ? 0 : 1;
+    const auto line = picture.line(0);
+    std::printf("first pixel R %d G %d B %d\n", line[0], line[1], line[2]);
 }
