@@ -68,7 +68,7 @@ template <class W> void mosaic3x3Kernel(u8* d, const u8* s, size_t width, size_t
 }
 
 template <class Set> constexpr ByOutput<Mosaic> mosaics3x3(Set outputs) {
-    return tableOf<Mosaic>(outputs, []<u32 output>() { return mosaic3x3Kernel<WriterOf<output>>; });
+    return mosaicTable<Mosaic>(outputs, []<u32 output>() { return mosaic3x3Kernel<WriterOf<output>>; });
 }
 
 } // namespace

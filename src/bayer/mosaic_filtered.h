@@ -150,7 +150,7 @@ private:
 // ---- The output
 
 // A row as U Y V Y, to the output and, in the lower half, to the source.
-template <class W> INLINE void convertRow(u8* d, u8* kept, const u8* luma, const u16* chroma, size_t width) {
+template <class W> void convertRow(u8* d, u8* kept, const u8* luma, const u16* chroma, size_t width) {
     const RowSink<W> output{d, W()};
     const RowSink<PairsWriter> scratch{kept, PairsWriter()};
     const auto pairs = [&](size_t x) { return Pairs{load(chroma + x / 2), load(luma + x)}; };
@@ -168,14 +168,18 @@ template <class W> INLINE void convertRow(u8* d, u8* kept, const u8* luma, const
     if (kept) scratch.putPart(x, pairs(x), width - x);
 }
 
-template <class Filter, class W>
-void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned phase, u8* scratch) {
+using ConvertRow = void (*)(u8* d, u8* kept, const u8* luma, const u16* chroma, size_t width);
+
+// One for all outputs; `pitch`: of the destination.
+template <class Filter>
+__attribute__((noinline)) void filteredMosaic(u8* d, size_t pitch, u8* s, size_t width, size_t height, unsigned phase,
+                                              u8* scratch, ConvertRow convert) {
     const Demosaic2x2<Bytes> demosaic(phase);
     const size_t rows = height / 2;
     for (const size_t half : {size_t{0}, rows}) {
         const LineRing lines(scratch, width, half);
         size_t made = 0;
-        for (size_t row = 0; row < rows; ++row, d += width * W::bytes) {
+        for (size_t row = 0; row < rows; ++row, d += pitch) {
             for (; made < rows && made <= row + Filter::lookahead; ++made) {
                 const size_t y = half + made, last = height - 2; // the last row repeats the one above
                 const YuvLine line = lines[made];
@@ -184,9 +188,14 @@ void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned ph
                 lines.connect(made);
             }
             Filter::filter(lines, row, rows, width);
-            convertRow<W>(d, half > 0 ? s + 2 * row * width : nullptr, lines[row].y, lines.chroma(), width);
+            convert(d, half > 0 ? s + 2 * row * width : nullptr, lines[row].y, lines.chroma(), width);
         }
     }
+}
+
+template <class Filter, class W>
+void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned phase, u8* scratch) {
+    filteredMosaic<Filter>(d, width * W::bytes, s, width, height, phase, scratch, convertRow<W>);
 }
 
 template <class Filter, class Set> constexpr ByOutput<FilteredMosaic> filteredMosaics(Set outputs) {

@@ -121,6 +121,30 @@ template <class S, class W> void mosaic2x2Kernel(u8* d, const u8* s, size_t widt
     mosaic2x2(d, s, width, height, phase, S(), W());
 }
 
+// A mosaic gives R G B where the one with red and blue exchanged gives B G R: the kernels of the outputs that begin with
+// red are those that begin with blue, called with the other phase.
+constexpr unsigned exchanged(unsigned phase) { return phase ^ 3; }
+constexpr u32 blueFirst(u32 output) {
+    if (output == OrvOutputRgb24) return OrvOutputBgr24;
+    if (output == OrvOutputRgba32) return OrvOutputBgra32;
+    return output;
+}
+template <class Kernel, Kernel kernel, class... More>
+void exchangedKernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase, More... more) {
+    kernel(d, s, width, height, exchanged(phase), more...);
+}
+// kernelFor: as for tableOf.
+template <class Kernel, class... More, class Set, class KernelFor>
+constexpr ByOutput<Kernel> mosaicTable(Set outputs, KernelFor) {
+    return tableOf<Kernel>(outputs, []<u32 output>() -> Kernel {
+        constexpr Kernel kernel = KernelFor().template operator()<blueFirst(output)>();
+        if constexpr (output == blueFirst(output))
+            return kernel;
+        else
+            return exchangedKernel<Kernel, kernel, More...>;
+    });
+}
+
 template <class S, class W>
 void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase, int shift) {
     mosaic2x2(d, s, width, height, phase, S(shift), W());
@@ -128,10 +152,11 @@ void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, uns
 
 // The kernels of one sample reader for a set of outputs.
 template <class S, class Set> constexpr ByOutput<Mosaic> mosaics2x2(Set outputs) {
-    return tableOf<Mosaic>(outputs, []<u32 output>() { return mosaic2x2Kernel<S, WriterOf<output>>; });
+    return mosaicTable<Mosaic>(outputs, []<u32 output>() { return mosaic2x2Kernel<S, WriterOf<output>>; });
 }
 template <class S, class Set> constexpr ByOutput<ShiftedMosaic> shiftedMosaics2x2(Set outputs) {
-    return tableOf<ShiftedMosaic>(outputs, []<u32 output>() { return shiftedMosaic2x2Kernel<S, WriterOf<output>>; });
+    return mosaicTable<ShiftedMosaic, int>(outputs,
+                                           []<u32 output>() { return shiftedMosaic2x2Kernel<S, WriterOf<output>>; });
 }
 
 } // namespace
