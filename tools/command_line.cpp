@@ -50,12 +50,12 @@ CLI::Option* add(CLI::App& command, const std::string& names, T& value, const st
     return command.add_option(names, value, help)->check(requireValue)->option_text(argument);
 }
 
-void addFrameOptions(CLI::App& command, FrameOptions& frame) {
+void addFrameOptions(CLI::App& command, FrameOptions& frame, bool required) {
     const std::string samples = "16-bit samples";
     add(command, "-f,--format,--from", frame.format, "NAME",
         "Pixel format, like BayerRG8 ('orvella formats' lists them)")
-        ->required();
-    add(command, "-s,--size", frame.size, "WxH", "Width and height in pixels, like 2448x2048")->required();
+        ->required(required);
+    add(command, "-s,--size", frame.size, "WxH", "Width and height in pixels, like 2448x2048")->required(required);
     add(command, "--bits-used", frame.bitsUsed, "N", "Significant bits of a sample, if not the format's own")
         ->check(CLI::Range(1, 16))
         ->group(samples);
@@ -67,11 +67,17 @@ void addFrameOptions(CLI::App& command, FrameOptions& frame) {
 // ---- convert
 
 constexpr auto convertExamples =
+    "What the options leave open is taken from the file: from its name, if that is like x_BayerRG12p_2448x2048.raw,\n"
+    "or from the header of a PGM, PPM, PAM, TIFF or .npy file, whose grey pixels may be a mosaic (-f BayerRG8). A\n"
+    "directory stands for all its files. 'orvella guess' proposes formats and sizes for a file that says nothing.\n"
+    "\n"
     "File types: png, tif and tiff hold every output but YUV422; pgm holds grey, ppm RGB, pnm both; raw holds\n"
-    "the plain bytes of any output, 16-bit samples little-endian. Standard output and directories get png.\n"
+    "the plain bytes of any output, 16-bit samples little-endian; y4m is video of any number of frames, as raw on\n"
+    "standard output. Standard output and directories get png.\n"
     "\n"
     "Planes are several files: '-t planes frame.raw frame.png' writes frame.r.png, frame.g.png and frame.b.png,\n"
-    "'-t planes-y' frame.y.png, too. All of them are written, or none.\n"
+    "'-t planes-y' frame.y.png, too. All of them are written, or none. Several frames of a file are numbered:\n"
+    "frame-0001.png.\n"
     "\n"
     "Without -t, colour and mosaic sources become RGB24 (deep mosaics with --matrix: BGR48), 8-bit grey ones\n"
     "Mono8, deeper grey ones Mono16.\n"
@@ -79,41 +85,80 @@ constexpr auto convertExamples =
     "Examples:\n"
     "  orvella convert -f BayerRG8 -s 2448x2048 frame.raw frame.png\n"
     "      A mosaic becomes a colour picture.\n"
+    "  orvella convert --auto flower_BayerGR12p_768x512.raw frame.png\n"
+    "      As linear samples come out dark and green: black level, white balance, brightness and gamma by themselves.\n"
+    "  orvella convert -f BayerGR16 --bits-used 14 -s 768x512 --black 600 --white-balance 2,1,1.5 --gamma srgb f.raw "
+    "f.png\n"
+    "      The same by hand, of 14-bit samples in the low bits of 16-bit words.\n"
     "  orvella convert -f Mono12p -s 640x480 -t Mono8 frame.raw frame.tif\n"
     "      Packed 12-bit grey, shown with 8 bits.\n"
-    "  orvella convert -f BayerGR16 --bits-used 14 -s 768x512 frame.raw frame.png\n"
-    "      14-bit samples in the low bits of 16-bit words.\n"
-    "  orvella convert -f BayerRG8 -s 2448x2048 --debayer lcaav frame.raw frame.png\n"
-    "      A mosaic whose fine lines would show false colours.\n"
-    "  orvella convert -f BayerRG8 -s 2448x2048 --matrix 2.2,0,0,0,1.4,0,0,0,2 frame.raw frame.png\n"
-    "      A mosaic becomes a colour picture with white balance.\n"
+    "  orvella convert -f BayerRG8 -s 2448x2048 --debayer lcaav --matrix 1.6,-.4,-.2,-.3,1.5,-.2,0,-.6,1.6 frame.raw "
+    "frame.png\n"
+    "      A mosaic whose fine lines would show false colours, with the sensor's colours corrected.\n"
     "  orvella convert -f Mono8 -s 768x576 --deinterlace --flip 180 frame.raw frame.png\n"
     "      Two fields of a camera that hangs upside down.\n"
-    "  orvella convert -f BayerRG8 -s 640x480 --raw -t BGR24 - - < frame.raw | display-program\n"
-    "      From standard input to standard output, as bytes.\n"
-    "  orvella convert -f BayerRG8 -s 640x480 *.raw --output-directory pictures --type png\n"
+    "  orvella grab -n 250 - | orvella convert -f BayerRG8 -s 640x480 --frame all --type y4m -j 2 - - | ffmpeg -i - "
+    "video.mp4\n"
+    "      A camera's frames become a video.\n"
+    "  orvella convert -f BayerRG8 -s 640x480 -j 4 recording/ --output-directory pictures --type png\n"
     "      Every frame of a directory.";
+
+void addInputOptions(CLI::App& command, ConvertOptions& options) {
+    const std::string files = "Files with more than a frame";
+    add(command, "--skip", options.skip, "BYTES", "What stands before the first frame")->group(files);
+    add(command, "--stride", options.stride, "BYTES", "From row to row, if rows are padded")->group(files);
+    add(command, "--frame", options.frames, "N|A-B|all", "Which frames of a file that holds several, from 1")
+        ->group(files);
+}
+
+void addAdjustments(CLI::App& command, AdjustmentOptions& adjustments) {
+    const std::string looks =
+        "Looks (in this order, on linear samples of 16 bits; the matrix comes after white balance)";
+    add(command, "--black", adjustments.black, "N|auto", "The sample's value that is dark")->group(looks);
+    add(command, "--white-balance", adjustments.whiteBalance, "R,G,B|auto", "Factors of the colours")->group(looks);
+    add(command, "--exposure", adjustments.exposure, "F", "A factor of all")
+        ->check(CLI::Range(0.f, 1e6f))
+        ->group(looks);
+    add(command, "--stretch", adjustments.stretch, "LOW,HIGH",
+        "Percentages of the samples that may become black and white, like 0.5,99.5")
+        ->group(looks);
+    add(command, "--gamma", adjustments.gamma, "G|srgb", "The curve of the display, like 2.2")->group(looks);
+    command
+        .add_flag("--auto", adjustments.automatic,
+                  "--black auto --white-balance auto --stretch 0,99.5 --gamma srgb; of RGB and YUV, --stretch alone")
+        ->group(looks);
+}
 
 void addConvert(CLI::App& program) {
     CLI::App& command =
         addCommand(program, "convert", "Turn raw frames into pictures",
-                   "Usage: orvella convert -f NAME -s WxH [OPTIONS] INPUT OUTPUT\n"
-                   "       orvella convert -f NAME -s WxH [OPTIONS] INPUT... --output-directory DIRECTORY");
+                   "Usage: orvella convert [-f NAME] [-s WxH] [OPTIONS] INPUT OUTPUT\n"
+                   "       orvella convert [-f NAME] [-s WxH] [OPTIONS] INPUT... --output-directory DIRECTORY");
     const auto options = std::make_shared<ConvertOptions>();
     command.footer(convertExamples);
-    addFrameOptions(command, options->frame);
+    addFrameOptions(command, options->frame, false);
     add(command, "-t,--to", options->output, "NAME", "Output, like RGB24 or Mono8 ('orvella formats' lists them)");
     add(command, "--debayer", options->debayer, "MODE",
         "How a mosaic becomes colour: 2x2 (default), 3x3, lcaa, lcaav, yuv422");
     add(command, "--matrix", options->matrix, "M0,...,M8",
         "Colour correction: nine numbers, R' G' B' from R G B, or identity, swap-red-blue, grey");
     add(command, "--flip", options->flip, "HOW",
-        "Mirror the picture: h left to right, v upside down, 180 both, which turns it");
+        "Mirror or turn the picture: h left to right, v upside down, 180 both; 90 clockwise, 270");
+    command.add_flag("--half", options->half, "A preview of half the width and height: means of 2x2 pixels");
     command.add_flag("--deinterlace", options->deinterlace,
                      "The frame is two fields, first its odd lines, then its even ones: weave them");
     CLI::Option* const type = add(command, "--type", options->type, "TYPE",
                                   "File type, if the name of the output does not say it by its ending");
     command.add_flag("--raw", options->raw, "Write plain bytes, like --type raw")->excludes(type);
+    add(command, "--compression", options->encoding.compression, "N",
+        "Of PNG (3 by default) and TIFF (0): 0 none, 1 quick to 9 small")
+        ->check(CLI::Range(0, 9));
+    add(command, "--fps", options->encoding.framesPerSecond, "N", "Frames a second of Y4M, by default 25")
+        ->check(CLI::Range(1, 10000));
+    add(command, "-j,--jobs", options->jobs, "N", "How many frames to convert at once, by default 1")
+        ->check(CLI::Range(1, 1024));
+    addInputOptions(command, *options);
+    addAdjustments(command, options->adjustments);
     add(command, "--output-directory", options->directory, "DIRECTORY",
         "Where any number of inputs go; made if it is missing");
     command.add_option("FILES", options->files, "Raw frames and the picture; - is standard input or output")
@@ -135,7 +180,7 @@ void addChart(CLI::App& program) {
         "  orvella chart -f BayerRG12p -s 640x480 frame.raw\n"
         "  orvella chart -f Mono16 --bits-used 14 --big-endian -s 640x480 frame.raw --truth truth.png\n"
         "  orvella chart -f BayerGB8 -s 640x480 - | orvella convert -f BayerGB8 -s 640x480 - chart.png");
-    addFrameOptions(command, options->frame);
+    addFrameOptions(command, options->frame, true);
     add(command, "--truth", options->truth, "PICTURE",
         "Write the chart itself, too: the picture that a perfect conversion makes");
     command.add_option("OUTPUT", options->output, "The raw frame; - is standard output")->required();

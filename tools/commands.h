@@ -4,7 +4,9 @@
 #include <string>
 #include <vector>
 
+#include "adjustments.h"
 #include "frame_options.h"
+#include "picture.h"
 
 namespace tool {
 
@@ -12,10 +14,15 @@ struct ConvertOptions {
     FrameOptions frame;
     std::string output; // empty: what suits the source and the file type
     std::string debayer, matrix, flip;
-    bool deinterlace = false;
+    AdjustmentOptions adjustments;
+    bool deinterlace = false, half = false;
     std::string type; // empty: by the file name
     bool raw = false;
-    std::filesystem::path directory; // empty: two files are given, an input and an output
+    Encoding encoding;
+    std::uint64_t skip = 0, stride = 0;
+    std::string frames; // empty: a file is one frame
+    unsigned jobs = 1;
+    std::filesystem::path directory; // empty: the last file is the output
     std::vector<std::filesystem::path> files;
 };
 void convertCommand(const ConvertOptions& options);

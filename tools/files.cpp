@@ -82,8 +82,8 @@ public:
     Replacement& operator=(const Replacement&) = delete;
     ~Replacement() { discardTemporaryFile(path_); }
 
-    void write(const Bytes& content) {
-        writeAll(*descriptor_, content, target_.string());
+    void append(const Bytes& content) { writeAll(*descriptor_, content, target_.string()); }
+    void close() {
         if (::fchmod(*descriptor_, mode_) != 0 || !descriptor_.close()) fail("cannot write " + target_.string());
     }
     const std::string& path() const { return path_; }
@@ -111,50 +111,85 @@ fs::file_status requireWritable(const fs::path& path) {
     return status;
 }
 
-void writeDirectly(const fs::path& path, const Bytes& content) {
-    Descriptor file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
-    if (*file < 0) fail("cannot write " + path.string());
-    writeAll(*file, content, path.string());
-    if (!file.close()) fail("cannot write " + path.string());
-}
-
 } // namespace
 
 std::string inputName(const fs::path& path) { return path == "-" ? "standard input" : path.string(); }
 std::string outputName(const fs::path& path) { return path == "-" ? "standard output" : path.string(); }
 
-Bytes readFile(const fs::path& path, std::uint64_t size, const std::string& what) {
-    const std::string name = inputName(path);
-    const Descriptor file(path == "-" ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    if (*file < 0) fail("cannot open " + name);
-
+InputFile::InputFile(const fs::path& path)
+    : name_(inputName(path)),
+      descriptor_(path == "-" ? ::dup(STDIN_FILENO) : ::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
+    if (descriptor_ < 0) fail("cannot open " + name_);
     struct stat status {};
-    if (::fstat(*file, &status) != 0) fail("cannot read " + name);
-    const bool sizeKnown = S_ISREG(status.st_mode) && path != "-";
-    const auto mismatch = [&](const std::string& found) {
-        return Error(name + ": expected " + std::to_string(size) + " bytes for " + what + ", found " + found);
-    };
-    const auto fileSize = static_cast<std::uint64_t>(status.st_size);
-    if (sizeKnown && fileSize != size) throw mismatch(std::to_string(fileSize));
+    if (::fstat(descriptor_, &status) == 0 && S_ISREG(status.st_mode) && path != "-")
+        size_ = static_cast<std::uint64_t>(status.st_size);
+}
 
-    Bytes content = readUpTo(*file, size + 1, name); // one more, to notice a longer stream
-    if (content.size() > size) throw mismatch("more");
-    if (content.size() < size) throw mismatch(std::to_string(content.size()));
-    return content;
+InputFile::~InputFile() { ::close(descriptor_); }
+
+Bytes InputFile::read(std::uint64_t limit) { return readUpTo(descriptor_, limit, name_); }
+
+void InputFile::skip(std::uint64_t count) {
+    constexpr std::uint64_t step = 1 << 20;
+    if (::lseek(descriptor_, static_cast<off_t>(count), SEEK_CUR) >= 0) return;
+    for (std::uint64_t left = count; left > 0;) { // a pipe
+        const std::size_t got = read(std::min(left, step)).size();
+        if (got == 0) return;
+        left -= got;
+    }
+}
+
+// Either a new file, or one that is there and is no ordinary one.
+struct OutputFile::Target {
+    explicit Target(const fs::path& path) : name(outputName(path)) {
+        if (path == "-") {
+            direct.emplace(::dup(STDOUT_FILENO));
+        } else {
+            const fs::file_status status = requireWritable(path);
+            if (fs::exists(status) && !fs::is_regular_file(status))
+                direct.emplace(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+            else
+                replacement.emplace_back(path, status);
+        }
+        if (direct && **direct < 0) fail("cannot write " + name);
+    }
+
+    std::string name;
+    std::optional<Descriptor> direct;
+    std::deque<Replacement> replacement; // one, or none
+};
+
+OutputFile::OutputFile(const fs::path& path) : target_(std::make_unique<Target>(path)) {}
+OutputFile::~OutputFile() = default;
+
+void OutputFile::append(const Bytes& content) {
+    if (target_->direct)
+        writeAll(**target_->direct, content, target_->name);
+    else
+        target_->replacement.front().append(content);
+}
+
+void OutputFile::finish() {
+    if (target_->direct) {
+        if (!target_->direct->close()) fail("cannot write " + target_->name);
+        return;
+    }
+    target_->replacement.front().close();
+    putInPlace(target_->replacement);
 }
 
 void writeFiles(const std::vector<File>& files) {
     std::deque<Replacement> replacements;
     for (const auto& [path, content] : files) {
-        if (path == "-") {
-            writeAll(STDOUT_FILENO, content, outputName(path));
+        const bool there = path == "-" || fs::exists(path);
+        if (there && (path == "-" || !fs::is_regular_file(requireWritable(path)))) {
+            OutputFile direct(path);
+            direct.append(content);
+            direct.finish();
             continue;
         }
-        const fs::file_status status = requireWritable(path);
-        if (fs::exists(status) && !fs::is_regular_file(status))
-            writeDirectly(path, content);
-        else
-            replacements.emplace_back(path, status).write(content);
+        replacements.emplace_back(path, requireWritable(path)).append(content);
+        replacements.back().close();
     }
     putInPlace(replacements);
 }

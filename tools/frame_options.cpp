@@ -15,8 +15,10 @@ Size sizeNamed(const std::string& text) {
                      "' is no size; give width and height in pixels, each from 1 to 1000000, like 2448x2048");
 }
 
-FrameFormat FrameOptions::frame() const {
-    FrameFormat frame{pixelFormatNamed(format), sizeNamed(size), msbAligned, bigEndian};
+FrameFormat FrameOptions::frame() const { return frame(pixelFormatNamed(format), sizeNamed(size)); }
+
+FrameFormat FrameOptions::frame(PixelFormat pixels, Size pixelSize) const {
+    FrameFormat frame{pixels, pixelSize, msbAligned, bigEndian};
     const bool described = bitsUsed || msbAligned || bigEndian;
     if (described && frame.pixels.packing != Packing::words) {
         throw UsageError("--bits-used, --msb-aligned and --big-endian are for 16-bit samples, but those of " +

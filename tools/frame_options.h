@@ -12,13 +12,15 @@ PixelFormat pixelFormatNamed(const std::string& name);
 Size sizeNamed(const std::string& text);
 
 struct FrameOptions {
-    std::string format;
+    std::string format; // empty: not given
     std::string size;
     std::optional<unsigned> bitsUsed;
     bool msbAligned = false;
     bool bigEndian = false;
 
-    FrameFormat frame() const; // throws UsageError
+    // These throw UsageError.
+    FrameFormat frame() const; // both are given
+    FrameFormat frame(PixelFormat pixels, Size size) const;
 };
 
 } // namespace tool

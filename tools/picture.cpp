@@ -18,8 +18,8 @@ struct Type {
 };
 constexpr Type types[] = {{"png", FileType::png}, {"pgm", FileType::pgm},  {"ppm", FileType::ppm},
                           {"pnm", FileType::pnm}, {"tif", FileType::tiff}, {"tiff", FileType::tiff},
-                          {"raw", FileType::raw}};
-constexpr std::string_view typeList = "png, pgm, ppm, pnm, tif, tiff, raw";
+                          {"y4m", FileType::y4m}, {"raw", FileType::raw}};
+constexpr std::string_view typeList = "png, pgm, ppm, pnm, tif, tiff, y4m, raw";
 
 const Type* find(std::string_view name) {
     const auto* const found = std::ranges::find_if(types, [&](const Type& type) { return sameName(type.name, name); });
@@ -79,6 +79,8 @@ void requireHolds(FileType type, const Output& output) {
     const unsigned channels = shapeOf(output, {}).channels;
     if (type == FileType::raw) return;
     if (channels == 0) refuse("pictures hold grey and RGB pixels");
+    if (type == FileType::y4m && (channels == 4 || shapeOf(output, {}).bits != 8))
+        refuse("Y4M files hold grey and RGB pixels of 8 bits");
     if (type == FileType::pgm && channels != 1) refuse("PGM files hold grey pixels");
     if (type == FileType::ppm && channels != 3) refuse("PPM files hold RGB pixels without alpha");
     if (type == FileType::pnm && channels == 4) refuse("PNM files hold grey and RGB pixels without alpha");
@@ -90,20 +92,30 @@ Output suitableOutput(const FrameFormat& frame, FileType type, const Processing&
         const auto offers = [&](const char* name) { return isOffered(frame, outputNamed(name), processing); };
         return outputNamed(!offers(first) && offers(second) ? second : first);
     };
+    if (type == FileType::y4m) return outputNamed(grey ? "Mono8" : "RGB24");
     if (type == FileType::ppm || (!grey && type != FileType::pgm)) return choose("RGB24", "BGR48");
     return grey && frame.pixels.bits > 8 ? choose("Mono16", "Mono8") : choose("Mono8", "Mono16");
 }
 
-Bytes encode(Image image, FileType type) {
+Bytes encode(Image image, FileType type, const Encoding& encoding) {
     if (type == FileType::raw) return std::move(image.bytes);
     Picture picture = shapeOf(image.output, image.size);
     picture.bytes = std::move(image.bytes);
     if (isBlueFirst(image.output)) exchangeRedAndBlue(picture);
     switch (type) {
-    case FileType::png: return encodePng(picture);
-    case FileType::tiff: return encodeTiff(picture);
+    case FileType::png: return encodePng(picture, encoding);
+    case FileType::tiff: return encodeTiff(picture, encoding);
+    case FileType::y4m: return encodeY4mFrame(picture);
     default: return encodePnm(picture);
     }
+}
+
+Bytes y4mHeader(const Image& image, const Encoding& encoding) {
+    const bool grey = shapeOf(image.output, image.size).channels == 1;
+    const std::string header = "YUV4MPEG2 W" + std::to_string(image.size.width) + " H" +
+                               std::to_string(image.size.height) + " F" + std::to_string(encoding.framesPerSecond) +
+                               ":1 Ip A1:1 C" + (grey ? "mono" : "444") + "\n";
+    return {header.begin(), header.end()};
 }
 
 } // namespace tool

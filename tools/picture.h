@@ -1,6 +1,7 @@
 // Pictures and the files that hold them.
 #pragma once
 #include <filesystem>
+#include <optional>
 
 #include "conversion.h"
 
@@ -16,7 +17,7 @@ struct Picture {
     std::size_t rowBytes() const { return std::size_t{size.width} * channels * bits / 8; }
 };
 
-enum class FileType { png, pgm, ppm, pnm, tiff, raw };
+enum class FileType { png, pgm, ppm, pnm, tiff, y4m, raw };
 
 // "png", "tif", ..., whatever the case of its letters. Throws UsageError.
 FileType fileTypeNamed(const std::string& name);
@@ -30,11 +31,18 @@ void requireHolds(FileType type, const Output& output);
 // Mono16.
 Output suitableOutput(const FrameFormat& frame, FileType type, const Processing& processing = {});
 
-// The content of such a file. Throws Error.
-Bytes encode(Image image, FileType type);
+struct Encoding {
+    std::optional<unsigned> compression; // 0 to 9, of PNG and TIFF; otherwise what is quick
+    unsigned framesPerSecond = 25;       // of Y4M
+};
 
-Bytes encodePng(const Picture& picture);
+// The content of such a file; of Y4M, one frame, which follows the header and the frames before. Throws Error.
+Bytes encode(Image image, FileType type, const Encoding& encoding = {});
+Bytes y4mHeader(const Image& image, const Encoding& encoding);
+
+Bytes encodePng(const Picture& picture, const Encoding& encoding);
 Bytes encodePnm(const Picture& picture);
-Bytes encodeTiff(const Picture& picture);
+Bytes encodeTiff(const Picture& picture, const Encoding& encoding);
+Bytes encodeY4mFrame(const Picture& picture);
 
 } // namespace tool

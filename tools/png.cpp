@@ -10,7 +10,10 @@ namespace tool {
 
 namespace {
 
-constexpr int compressionLevel = 3; // a third of the time of the default, and few percent larger
+// With the simplest filter that sees the row above, a third of the time that the library's own choices take, for files of
+// the same size.
+constexpr int usualLevel = 3;
+constexpr int filter = PNG_FILTER_UP;
 
 struct PngFile {
     Bytes content;
@@ -45,21 +48,22 @@ public:
     PngWriter& operator=(const PngWriter&) = delete;
     ~PngWriter() { png_destroy_write_struct(&png_, &info_); }
 
-    Bytes write(const Picture& picture) {
+    Bytes write(const Picture& picture, int level) {
         if (!info_) throw std::bad_alloc();
-        if (!tryToWrite(picture)) throw Error("cannot write PNG: " + std::string(file_.error));
+        if (!tryToWrite(picture, level)) throw Error("cannot write PNG: " + std::string(file_.error));
         return std::move(file_.content);
     }
 
 private:
     // libpng reports errors by jumping back into this function, so nothing here needs destruction.
-    bool tryToWrite(const Picture& picture) {
+    bool tryToWrite(const Picture& picture, int level) {
         if (setjmp(png_jmpbuf(png_))) return false;
         const int colour = picture.channels == 1   ? PNG_COLOR_TYPE_GRAY
                            : picture.channels == 3 ? PNG_COLOR_TYPE_RGB
                                                    : PNG_COLOR_TYPE_RGB_ALPHA;
         png_set_write_fn(png_, &file_, append, nullptr);
-        png_set_compression_level(png_, compressionLevel);
+        png_set_compression_level(png_, level);
+        png_set_filter(png_, PNG_FILTER_TYPE_BASE, filter);
         png_set_IHDR(png_, info_, picture.size.width, picture.size.height, static_cast<int>(picture.bits), colour,
                      PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         png_write_info(png_, info_);
@@ -77,6 +81,8 @@ private:
 
 } // namespace
 
-Bytes encodePng(const Picture& picture) { return PngWriter().write(picture); }
+Bytes encodePng(const Picture& picture, const Encoding& encoding) {
+    return PngWriter().write(picture, static_cast<int>(encoding.compression.value_or(usualLevel)));
+}
 
 } // namespace tool

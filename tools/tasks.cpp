@@ -1,5 +1,6 @@
 #include "tasks.h"
 
+#include <cstdio>
 #include <set>
 
 #include "errors.h"
@@ -26,14 +27,14 @@ std::vector<fs::path> outputsFor(const fs::path& path, std::string_view planes) 
     return paths;
 }
 
-void requireFilesSurvive(const std::vector<Task>& tasks) {
+void requireFilesSurvive(const std::vector<Task>& tasks, bool sequence) {
     std::set<fs::path> inputs, outputs;
     for (const Task& task : tasks) inputs.insert(trueName(task.input));
     for (const Task& task : tasks) {
         for (const fs::path& output : task.outputs) {
             if (output != "-" && inputs.contains(trueName(output)))
                 throw UsageError(output.string() + " is an input and would be overwritten");
-            if (!outputs.insert(trueName(output)).second)
+            if (!outputs.insert(trueName(output)).second && !sequence)
                 throw UsageError("two pictures would both become " + output.string());
         }
     }
@@ -42,7 +43,7 @@ void requireFilesSurvive(const std::vector<Task>& tasks) {
 } // namespace
 
 std::vector<Task> planTasks(const std::vector<fs::path>& files, const fs::path& directory, const std::string& ending,
-                            std::string_view planes) {
+                            std::string_view planes, bool sequence) {
     std::vector<Task> tasks;
     if (!directory.empty()) {
         for (const fs::path& file : files) {
@@ -50,10 +51,18 @@ std::vector<Task> planTasks(const std::vector<fs::path>& files, const fs::path& 
             tasks.push_back({file, outputsFor(directory / name.replace_extension(ending), planes)});
         }
     } else {
-        tasks.push_back({files.at(0), outputsFor(files.at(1), planes)});
+        for (auto input = files.begin(); input + 1 != files.end(); ++input)
+            tasks.push_back({*input, outputsFor(files.back(), planes)});
     }
-    requireFilesSurvive(tasks);
+    requireFilesSurvive(tasks, sequence);
     return tasks;
+}
+
+fs::path numbered(const fs::path& path, unsigned number) {
+    if (path == "-") return path;
+    char digits[16];
+    std::snprintf(digits, sizeof digits, "-%04u", number);
+    return path.parent_path() / (path.stem().string() + digits + path.extension().string());
 }
 
 } // namespace tool

@@ -8,7 +8,7 @@
 
 namespace tool {
 
-Bytes encodeTiff(const Picture& picture) {
+Bytes encodeTiff(const Picture& picture, const Encoding& encoding) {
     std::ostringstream stream;
     const bool colour = picture.channels > 1;
     bool written = true;
@@ -21,7 +21,9 @@ Bytes encodeTiff(const Picture& picture) {
         TIFFSetField(tiff.get(), TIFFTAG_BITSPERSAMPLE, picture.bits);
         TIFFSetField(tiff.get(), TIFFTAG_PHOTOMETRIC, colour ? PHOTOMETRIC_RGB : PHOTOMETRIC_MINISBLACK);
         TIFFSetField(tiff.get(), TIFFTAG_PLANARCONFIG, PLANARCONFIG_CONTIG);
-        TIFFSetField(tiff.get(), TIFFTAG_COMPRESSION, COMPRESSION_NONE);
+        const unsigned level = encoding.compression.value_or(0);
+        TIFFSetField(tiff.get(), TIFFTAG_COMPRESSION, level > 0 ? COMPRESSION_ADOBE_DEFLATE : COMPRESSION_NONE);
+        if (level > 0) TIFFSetField(tiff.get(), TIFFTAG_ZIPQUALITY, static_cast<int>(level));
         TIFFSetField(tiff.get(), TIFFTAG_ROWSPERSTRIP, TIFFDefaultStripSize(tiff.get(), 0));
         if (picture.channels == 4) {
             const std::uint16_t alpha = EXTRASAMPLE_UNASSALPHA;

@@ -10,10 +10,16 @@ void expectMirrored(const Picture& picture, const Picture& flipped, const std::s
     ASSERT_EQ(flipped.samples.size(), picture.samples.size());
     for (unsigned y = 0; y < picture.height; ++y) {
         for (unsigned x = 0; x < picture.width; ++x) {
-            const unsigned fromX = how == "v" ? x : picture.width - 1 - x;
-            const unsigned fromY = how == "h" ? y : picture.height - 1 - y;
+            const unsigned toX = how == "v"     ? x
+                                 : how == "90"  ? picture.height - 1 - y
+                                 : how == "270" ? y
+                                                : picture.width - 1 - x;
+            const unsigned toY = how == "h"     ? y
+                                 : how == "90"  ? x
+                                 : how == "270" ? picture.width - 1 - x
+                                                : picture.height - 1 - y;
             for (unsigned c = 0; c < picture.channels; ++c)
-                ASSERT_EQ(flipped.at(x, y, c), picture.at(fromX, fromY, c)) << "x " << x << ", y " << y << ", " << c;
+                ASSERT_EQ(flipped.at(toX, toY, c), picture.at(x, y, c)) << "x " << x << ", y " << y << ", " << c;
         }
     }
 }
@@ -23,11 +29,29 @@ TEST_F(Geometry, PicturesOfEveryPixelSizeAreMirrored) {
     for (const std::string output : {"Mono8", "RGB24", "Mono16_Rec709", "BGR48", "RGBA32"}) {
         const std::string convert = "convert -f BayerGB16 -s 66x46 frame.raw -t " + output;
         succeed(convert + " straight.png");
-        for (const std::string how : {"h", "v", "180"}) {
-            if (output == "RGBA32" && how != "v") continue;
+        for (const std::string how : {"h", "v", "90", "180", "270"}) {
+            if (output == "RGBA32" && (how == "h" || how == "180")) continue;
             SCOPED_TRACE(output + " " + how);
             succeed(convert + " flipped.png --flip " + how);
             expectMirrored(readPng(path("straight.png")), readPng(path("flipped.png")), how);
+        }
+    }
+}
+
+TEST_F(Geometry, PreviewsAreMeansOfFourPixels) {
+    succeed("chart -f BayerGB16 -s 66x46 frame.raw");
+    for (const std::string output : {"Mono8", "RGBA32", "BGR48"}) {
+        const std::string convert = "convert -f BayerGB16 -s 66x46 frame.raw -t " + output;
+        succeed(convert + " whole.png");
+        succeed(convert + " half.png --half");
+        const Picture whole = readPng(path("whole.png")), half = readPng(path("half.png"));
+        ASSERT_EQ(half.width, 33u);
+        ASSERT_EQ(half.height, 23u);
+        for (unsigned i = 0; i < 33 * 23 * half.channels; ++i) {
+            const unsigned c = i % half.channels, x = i / half.channels % 33 * 2, y = i / half.channels / 33 * 2;
+            const int sum =
+                whole.at(x, y, c) + whole.at(x + 1, y, c) + whole.at(x, y + 1, c) + whole.at(x + 1, y + 1, c);
+            ASSERT_EQ(half.samples[i], (sum + 2) / 4) << output << " " << i;
         }
     }
 }

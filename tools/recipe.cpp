@@ -1,0 +1,109 @@
+#include "recipe.h"
+
+#include <utility>
+
+#include "errors.h"
+#include "offers.h"
+#include "planes.h"
+
+namespace tool {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+Processing processingOf(const ConvertOptions& options, const FrameFormat& frame) {
+    Processing processing;
+    if (!options.debayer.empty()) {
+        if (!isMosaic(frame.pixels.samples))
+            throw UsageError("--debayer is for Bayer mosaics, not for " + std::string(frame.pixels.name));
+        processing.debayer = debayerModeNamed(options.debayer);
+    }
+    if (!options.matrix.empty()) processing.matrix = parseMatrix(options.matrix);
+    return processing;
+}
+
+bool isOfferedAtAll(const FrameFormat& frame, const Processing& processing) {
+    for (const Output& output : outputs())
+        if (isOffered(frame, output, processing)) return true;
+    return false;
+}
+
+// A mosaic's matrix or mode that the library has for other mosaics only.
+bool needsTwoSteps(const FrameFormat& frame, const Processing& processing) {
+    const bool special = processing.matrix || processing.debayer.code != OrvDebayerMode2x2;
+    const bool both = processing.matrix && processing.debayer.code != OrvDebayerMode2x2;
+    return isMosaic(frame.pixels.samples) && special && (both || !isOfferedAtAll(frame, processing));
+}
+
+Output chooseOutput(const FrameFormat& frame, const Recipe& recipe) {
+    const bool deep = frame.pixels.bits > 8 && recipe.processing.debayer.code == OrvDebayerMode2x2;
+    if (!recipe.twoSteps || recipe.type == FileType::y4m) return suitableOutput(frame, recipe.type, recipe.processing);
+    if (recipe.adjustments.any() || !deep || recipe.type == FileType::pgm) return suitableOutput(frame, recipe.type);
+    return outputNamed("BGR48");
+}
+
+std::vector<Image> makeImages(const Recipe& recipe, const FrameFormat& frame, Bytes source) {
+    const bool planes = !recipe.output.planes.empty();
+    if (recipe.twoSteps) {
+        LinearImage linear = linearImage(frame, std::move(source), recipe.processing.debayer);
+        recipe.adjustments.apply(linear, recipe.processing.matrix);
+        if (!planes) return {imageOf(linear, recipe.output)};
+        return convertToPlanes({*findPixelFormat("Rgb8"), frame.size}, imageOf(linear, outputNamed("RGB24")).bytes,
+                               recipe.output);
+    }
+    if (planes) return convertToPlanes(frame, std::move(source), recipe.output, recipe.processing);
+    return {convert(frame, std::move(source), recipe.output, recipe.processing)};
+}
+
+} // namespace
+
+std::string fileTypeName(const ConvertOptions& options) {
+    if (options.raw) return "raw";
+    return options.type.empty() && !options.directory.empty() ? "png" : options.type;
+}
+
+FileType fileTypeOf(const ConvertOptions& options) {
+    if (const std::string name = fileTypeName(options); !name.empty()) return fileTypeNamed(name);
+    const fs::path& path = options.files.back();
+    if (fs::is_directory(path))
+        throw UsageError("'" + path.string() + "' is a directory; give it with --output-directory");
+    return fileTypeOf(path, "rename it or use --type");
+}
+
+Recipe recipeFor(const FrameFormat& frame, const ConvertOptions& options) {
+    Recipe recipe{.processing = processingOf(options, frame),
+                  .adjustments = Adjustments(options.adjustments, frame),
+                  .output = {},
+                  .type = fileTypeOf(options)};
+    recipe.twoSteps = recipe.adjustments.any() || needsTwoSteps(frame, recipe.processing);
+    recipe.output = options.output.empty() ? chooseOutput(frame, recipe) : outputNamed(options.output);
+    requireHolds(recipe.type, recipe.output);
+    if (recipe.twoSteps && recipe.output.code == OrvOutputYuv422) {
+        throw UsageError("YUV422 is not made of adjusted or deep mosaics; choose another output (-t), like RGB24");
+    }
+    recipe.deinterlace = options.deinterlace;
+    if (recipe.deinterlace && frame.pixels.samples == Samples::cygm)
+        throw UsageError("--deinterlace is not for Cygm8, whose two fields are taken apart as they are");
+    recipe.half = options.half;
+    if (recipe.half) requireHalves(recipe.output);
+    recipe.flip = options.flip.empty() ? Flip::none : flipNamed(options.flip);
+    requireFlips(recipe.flip, recipe.output);
+    return recipe;
+}
+
+std::string remark(const Recipe& recipe, const FrameFormat& frame) {
+    return recipe.twoSteps ? reduction(frame, recipe.processing.debayer) : "";
+}
+
+std::vector<Image> follow(const Recipe& recipe, const FrameFormat& frame, Bytes source) {
+    if (recipe.deinterlace) weaveFields(source, frame);
+    std::vector<Image> images = makeImages(recipe, frame, std::move(source));
+    for (Image& image : images) {
+        if (recipe.half) halveImage(image);
+        flipImage(image, recipe.flip);
+    }
+    return images;
+}
+
+} // namespace tool
