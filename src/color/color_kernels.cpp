@@ -9,12 +9,9 @@
 namespace kel {
 namespace {
 
-// Mono8 by the double-precision formula.
-struct DoubleLumaWriter {
-    static constexpr int bytes = 1;
-    static constexpr bool keeps = false;
-    static INLINE void put(u8* d, const Rgb& p) { store(d, doubleLuma<rgb8ToY8Weights>(p)); }
-};
+void rgb8ToY8(u8* d, const u8* s, size_t n) {
+    lumaRun<rgb8ToY8Weights>(d, s, n, [](size_t, const Rgb&, size_t) {});
+}
 
 template <class Set> constexpr ByOutput<Run> swaps32(Set outputs) {
     return tableOf<Run>(outputs, []<u32>() { return runKernel<Pixels32Reader, Swapped32>; });
@@ -37,8 +34,8 @@ constexpr ColorKernels colorKernels{
     .yuv411 = runs<YuvReader<Yuv411Layout>>(mono8 + colour8),
     .yuv422 = runs<YuvReader<Yuv422Layout>>(mono8 + colour8),
     .yuv444 = runs<YuvReader<Yuv444Layout>>(mono8 + colour8),
-    .rgb8ToY8 = runKernel<Rgb24Reader<Order::rgb>, DoubleLumaWriter>,
-    .rgb8Planes = planeKernels<RgbSplitter>(),
+    .rgb8ToY8 = rgb8ToY8,
+    .rgb8Planes = {.withoutLuma = planesKernel<RgbSplitter, false>, .withLuma = rgbPlanesWithLuma},
     .yuv411Planes = planeKernels<YuvSplitter<Yuv411Layout, TruncatedSums>>(),
     .yuv422Planes = planeKernels<YuvSplitter<Yuv422Layout, TruncatedProducts>>(),
     .yuv444Planes = planeKernels<YuvSplitter<Yuv444Layout, TruncatedSums>>(),

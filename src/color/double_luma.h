@@ -1,23 +1,199 @@
-// Luma by formulas in double precision, each operation rounded in the order written and the sum truncated. An integer
-// formula would differ: binary fractions put 0.21 * 255 + 0.72 * 255 + 0.07 * 255 just below 255.
+// Luma by formulas in double precision, each operation rounded in the order written and the sum truncated.
+//
+// The weights are whole numbers over 100 or 1000. An integer formula gives the same luma, except where the exact one is
+// a whole number: binary fractions put 0.21 * 255 + 0.72 * 255 + 0.07 * 255 just below 255. So luma is rounded down in
+// integers, a strip of pixels at a time; greys, which are all whole, look up whether they are one less; and the other
+// whole ones, a pixel in a hundred or a thousand of most pictures, are left to the formula.
 #pragma once
-#include "kernels/pixels.h"
+#include "color/rgb_readers.h"
 
 namespace kel {
 namespace {
 
 struct DoubleWeights {
     double r, g, b;
+    int unit; // the weights are multiples of 1 / unit
 };
-constexpr DoubleWeights rgb8ToY8Weights{0.21, 0.72, 0.07};
-constexpr DoubleWeights planeWeights{0.299, 0.587, 0.114}; // ITU-R BT.601
+constexpr DoubleWeights rgb8ToY8Weights{0.21, 0.72, 0.07, 100};
+constexpr DoubleWeights planeWeights{0.299, 0.587, 0.114, 1000}; // ITU-R BT.601
 
-// A plain loop of its own: the form in which compilers vectorise conversions to double and back.
-template <const DoubleWeights& k> INLINE Bytes doubleLuma(const Rgb& p) {
-    alignas(N) u8 r[N], g[N], b[N], y[N];
-    store(r, p.r), store(g, p.g), store(b, p.b);
-    for (int i = 0; i < N; ++i) y[i] = static_cast<u8>(static_cast<int>(k.r * r[i] + k.g * g[i] + k.b * b[i]));
-    return load(y);
+template <const DoubleWeights& k> constexpr u8 doubleLuma(u8 r, u8 g, u8 b) {
+    return static_cast<u8>(static_cast<int>(k.r * r + k.g * g + k.b * b));
+}
+
+// ---- Rounded down, in integers
+
+constexpr int wholeWeight(double weight, int unit) { return static_cast<int>(weight * unit + 0.5); }
+
+// Luma rounded down, and 0 where nothing is left.
+struct FlooredLuma {
+    Bytes luma, rest;
+};
+
+struct Quotient {
+    Words whole, rest;
+};
+// Words that hold two channels each, and one.
+struct ChannelPairs {
+    Bytes rg, b;
+};
+INLINE Words weigh(const ChannelPairs& p, int r, int g, int b) {
+    return pairSums(p.rg, fill(r | g << 8)) + pairSums(p.b, fill(b));
+}
+
+// In 1/100 the sum fits in 15 bits, for which the multiplier, 2^21 / 100 rounded up, is exact.
+template <const DoubleWeights& k> INLINE Quotient divide(const ChannelPairs& p) requires(k.unit == 100) {
+    const Words sum = weigh(p, wholeWeight(k.r, 100), wholeWeight(k.g, 100), wholeWeight(k.b, 100));
+    const Words whole = as<Words>(mulHigh(as<Ints>(sum), as<Ints>(fill(20972)))) >> 5;
+    return {whole, sum - times(whole, 100)};
+}
+// In 1/1000 an eighth of it does, to be divided by 125: by the multiplier 2^21 / 125 rounded down, of one more.
+template <const DoubleWeights& k> INLINE Quotient divide(const ChannelPairs& p) requires(k.unit == 1000) {
+    constexpr int r = wholeWeight(k.r, 1000), g = wholeWeight(k.g, 1000), b = wholeWeight(k.b, 1000);
+    const Words low = weigh(p, r % 8, g % 8, b % 8);
+    const Words eighth = weigh(p, r / 8, g / 8, b / 8) + (low >> 3);
+    const Words whole = as<Words>(mulHigh(as<Ints>(eighth + 1), as<Ints>(fill(16777)))) >> 5;
+    return {whole, (eighth - times(whole, 125)) | (low & 7)};
+}
+
+// Words below 256 as bytes.
+INLINE Bytes packed(Words low, Words high) {
+    if constexpr (L == 16)
+        return saturate(as<Ints>(low), as<Ints>(high));
+    else
+        return unzip<0>(as<Bytes>(low), as<Bytes>(high));
+}
+
+template <const DoubleWeights& k> INLINE FlooredLuma flooredLuma(const Rgb& p) {
+    const Bytes none{};
+    const Quotient low = divide<k>({zip<1, 0>(p.r, p.g), zip<1, 0>(p.b, none)});
+    const Quotient high = divide<k>({zip<1, 1>(p.r, p.g), zip<1, 1>(p.b, none)});
+    return {packed(low.whole, high.whole), packed(low.rest, high.rest)};
+}
+
+// ---- Greys
+
+// Of every grey v, whether its luma is v - 1: bit v % 8 of byte v / 8, in two vectors for lookUp.
+template <const DoubleWeights& k> struct LoweredGreys {
+    alignas(N) u8 bytes[2][N] = {}, bit[N] = {};
+
+    constexpr LoweredGreys() {
+        for (int i = 0; i < N; ++i) {
+            bit[i] = static_cast<u8>(1 << i % 8);
+            bytes[0][i] = byteAt(i % L), bytes[1][i] = byteAt(L + i % L);
+        }
+    }
+
+private:
+    static constexpr u8 byteAt(int i) {
+        int bits = 0;
+        for (int v = 8 * i; v < 8 * i + 8 && v < 256; ++v) {
+            const u8 grey = static_cast<u8>(v);
+            bits |= (doubleLuma<k>(grey, grey, grey) < v) << v % 8;
+        }
+        return static_cast<u8>(bits);
+    }
+};
+template <const DoubleWeights& k> constexpr LoweredGreys<k> loweredGreys;
+
+// 255 for greys that are what they are, 0 for those that are one less.
+template <const DoubleWeights& k> INLINE Bytes isKept(Bytes grey) {
+    constexpr const LoweredGreys<k>& lowered = loweredGreys<k>;
+    const Bytes bit = lookUp(load(lowered.bit), load(lowered.bit), grey & 7);
+    return as<Bytes>((lookUp(load(lowered.bytes[0]), load(lowered.bytes[1]), grey >> 3) & bit) == 0);
+}
+
+// ---- Strips of pixels
+
+template <const DoubleWeights& k> class LumaStrip {
+public:
+    static constexpr size_t capacity = 16 * N;
+
+    // N pixels from pixel x of the strip on, in integers.
+    INLINE void put(size_t x, const Rgb& p) {
+        const FlooredLuma floored = flooredLuma<k>(p);
+        const Bytes isGrey = as<Bytes>(((p.r ^ p.g) | (p.g ^ p.b)) == 0);
+        store(luma_ + x, floored.luma + (isGrey & ~isKept<k>(p.g)));
+        store(undecided_ + x, as<Bytes>(floored.rest == 0) & ~isGrey & 1);
+    }
+
+    // The same by the formula. A plain loop is the form in which compilers vectorise conversions to double and back.
+    INLINE void putByFormula(size_t x, const Rgb& p) {
+        alignas(N) u8 r[N], g[N], b[N];
+        store(r, p.r), store(g, p.g), store(b, p.b);
+        for (size_t i = 0; i < N; ++i)
+            luma_[x + i] = static_cast<u8>(static_cast<int>(k.r * r[i] + k.g * g[i] + k.b * b[i]));
+    }
+
+    // Of the first n pixels, after put().
+    INLINE size_t undecided(size_t n) const {
+        u64 sums = 0; // eight of them, none above 128
+        for (size_t x = 0; x < n; x += 8) sums += load<u64>(undecided_ + x);
+        const u64 pairs = (sums & 0x00FF00FF00FF00FF) + (sums >> 8 & 0x00FF00FF00FF00FF);
+        return static_cast<size_t>(pairs * 0x0001000100010001 >> 48);
+    }
+
+    // Those of the first n pixels, whose colours are at `rgb`.
+    INLINE void decide(const u8* rgb, size_t n) {
+        for (size_t x = 0; x < n; x += 8)
+            for (u64 left = load<u64>(undecided_ + x); __builtin_expect(left != 0, 0); left &= left - 1) {
+                const size_t i = x + static_cast<size_t>(__builtin_ctzll(left)) / 8;
+                luma_[i] = doubleLuma<k>(rgb[3 * i], rgb[3 * i + 1], rgb[3 * i + 2]);
+            }
+    }
+
+    // Not by memcpy, which g++ would make a string instruction.
+    INLINE void copyTo(u8* d, size_t n) const {
+        size_t x = 0;
+        for (; x + N <= n; x += N) store(d + x, load(luma_ + x));
+        if (x < n) copyEnd(d + x, luma_ + x, n - x);
+    }
+
+private:
+    static __attribute__((noinline)) void copyEnd(u8* d, const u8* luma, size_t n) { std::memcpy(d, luma, n); }
+
+    alignas(N) u8 luma_[capacity], undecided_[capacity]; // undecided: 0 or 1, the latter never behind the pixels
+};
+
+// RGB8 pixels as blocks: use(x, colours, how many of them are pixels).
+template <class Use> INLINE void eachRgbBlock(const u8* s, size_t n, Use use) {
+    using Reader24 = Rgb24Reader<Order::rgb>;
+    size_t x = 0;
+    for (; x + N <= n; x += N) {
+        prefetch<3 * N, false>(s + 3 * x);
+        use(x, Reader24::get(s + 3 * x), static_cast<size_t>(N));
+    }
+    if (x == n) return;
+    alignas(N) u8 last[3 * N] = {}; // black is grey: nothing to decide there
+    std::memcpy(last, s + 3 * x, 3 * (n - x));
+    use(x, Reader24::get(last), n - x);
+}
+
+// n RGB8 pixels to luma. sink: what else is done with their colours, as eachRgbBlock() has them.
+template <const DoubleWeights& k, class Sink> INLINE void lumaRun(u8* d, const u8* s, size_t n, Sink sink) {
+    LumaStrip<k> strip;
+    size_t byFormula = 0; // strips to come: in some pictures, flat ones mostly, much is undecided
+    for (size_t start = 0, count; start < n; start += count, s += 3 * count) {
+        count = n - start < strip.capacity ? n - start : strip.capacity;
+        if (byFormula == 0) {
+            eachRgbBlock(s, count, [&](size_t x, const Rgb& colours, size_t pixels) {
+                strip.put(x, colours);
+                sink(start + x, colours, pixels);
+            });
+            if (strip.undecided(count) <= count / 8)
+                strip.decide(s, count);
+            else
+                byFormula = 16;
+        }
+        if (byFormula > 0) {
+            eachRgbBlock(s, count, [&](size_t x, const Rgb& colours, size_t pixels) {
+                strip.putByFormula(x, colours);
+                sink(start + x, colours, pixels);
+            });
+            --byFormula;
+        }
+        strip.copyTo(d + start, count);
+    }
 }
 
 } // namespace

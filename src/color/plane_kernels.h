@@ -17,8 +17,8 @@ struct PlaneBlock {
 
 struct RgbSplitter : Reader<24> {
     template <bool withLuma> static INLINE PlaneBlock get(const u8* s) {
-        const Rgb colours = Rgb24Reader<Order::rgb>::get(s);
-        return {colours, withLuma ? doubleLuma<planeWeights>(colours) : Bytes{}};
+        static_assert(!withLuma, "rgbPlanesWithLuma() is for that");
+        return {Rgb24Reader<Order::rgb>::get(s), Bytes{}};
     }
 };
 
@@ -53,6 +53,16 @@ template <class Splitter, bool withLuma> void planesKernel(const PlaneBytes& pla
     std::memcpy(to.g, g, n);
     std::memcpy(to.b, b, n);
     if constexpr (withLuma) std::memcpy(to.y, y, n);
+}
+
+// The planes of RGB8 beside its luma.
+void rgbPlanesWithLuma(const PlaneBytes& to, const u8* s, size_t n) {
+    lumaRun<planeWeights>(to.y, s, n, [&to](size_t x, const Rgb& p, size_t pixels) {
+        if (pixels == N) return store(to.r + x, p.r), store(to.g + x, p.g), store(to.b + x, p.b);
+        std::memcpy(to.r + x, &p.r, pixels);
+        std::memcpy(to.g + x, &p.g, pixels);
+        std::memcpy(to.b + x, &p.b, pixels);
+    });
 }
 
 template <class Splitter> constexpr PlaneKernels planeKernels() {
