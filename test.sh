@@ -1,41 +1,53 @@
 #!/usr/bin/env bash
-# Installs what is missing, then builds and runs all the tests: a release build at every instruction-set level the machine
-# has (and, emulated, on older ones), clang, the sanitizers, the installed package, the formatting.
+# Installs what is missing, then builds and runs the tests, a line for each step. A step that fails shows what failed.
+#
+#     ./test.sh        a release build at every instruction-set level that the machine has (and, emulated, on older ones),
+#                      clang, the sanitizers, the installed package, the formatting
+#     ./test.sh all    what takes longer, too
 set -euo pipefail
 cd "$(dirname "$0")"
+case ${1:-} in
+'') all=false ;;
+all) all=true ;;
+*) sed -n '2,6s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+esac
 jobs=$(nproc)
+log=$(mktemp)
+trap 'rm -f "$log"' EXIT
 
-step() { printf '\n== %s\n' "$*"; }
-
-# Shows the output only of a command that fails.
-quietly() {
-    local log
-    log=$(mktemp)
-    "$@" >"$log" 2>&1 || { cat "$log"; exit 1; }
-    rm "$log"
+step() { # what it is called, command...
+    local name=$1 start=$SECONDS
+    shift
+    printf '%-58s' "$name"
+    if ! "$@" >"$log" 2>&1; then
+        printf 'failed after %d s\n' $((SECONDS - start))
+        # Of many tests, those that failed.
+        if grep -q 'tests passed' "$log"; then sed -n '/tests passed/,$p' "$log"; else cat "$log"; fi
+        exit 1
+    fi
+    # A step that is not for this machine says so.
+    printf '%4d s  %s\n' $((SECONDS - start)) "$(sed -n 's/^Skipped: /skipped: /p' "$log" | paste -sd ';')"
 }
 build() { # preset, options of the configuration
-    quietly cmake --preset "$@"
-    quietly cmake --build --preset "$1" --parallel "$jobs"
+    cmake --preset "$@" && cmake --build --preset "$1" --parallel "$jobs"
 }
+run_tests() { # preset, options of ctest
+    ctest --preset "$@" --parallel "$jobs" || {
+        ctest --preset "$1" --rerun-failed || true
+        return 1
+    }
+}
+check_format() { git ls-files '*.h' '*.hpp' '*.cpp' '*.c' | xargs clang-format-14 --dry-run -Werror; }
 
-step "Packages"
 scripts/packages.sh test
+step "Formatting" check_format
+step "Release build" build release
+step "All tests, at every instruction-set level" run_tests release
+step "Build with clang 14" build clang -DORVELLA_TESTS=OFF
+step "Build with address and undefined-behaviour sanitizers" build asan
+step "Tests with address and undefined-behaviour sanitizers" run_tests asan
+step "Build with the thread sanitizer" build tsan
+step "Tests with the thread sanitizer" run_tests tsan
+$all || exit 0
 
-step "Formatting"
-git ls-files '*.h' '*.hpp' '*.cpp' '*.c' | xargs clang-format-14 --dry-run -Werror
-
-step "Release build, all tests"
-build release
-ctest --preset release --parallel "$jobs"
-
-step "clang 14"
-build clang -DORVELLA_TESTS=OFF
-
-step "Address and undefined-behaviour sanitizers"
-build asan
-ctest --preset asan --parallel "$jobs"
-
-step "Thread sanitizer"
-build tsan
-ctest --preset tsan --parallel "$jobs"
+# ---- What takes longer
