@@ -1,30 +1,15 @@
 #include "catalogue/conversions.h"
 
-#include <array>
 #include <initializer_list>
 
 #include "catalogue/colour_matrix.h"
+#include "definition/outputs.h"
 
 namespace catalogue {
 
 namespace {
 
-struct Output {
-    const char* name;
-    unsigned bytes;
-};
-// By OrvOutputCode.
-constexpr std::array<Output, 11> outputs{{{"Mono8", 1},
-                                          {"BGR24", 3},
-                                          {"BGRA32", 4},
-                                          {"RGB24", 3},
-                                          {"RGBA32", 4},
-                                          {"Mono8 BT.709", 1},
-                                          {"UYVY", 2},
-                                          {"Mono16", 2},
-                                          {"Mono16 BT.709", 2},
-                                          {"BGR48", 6},
-                                          {"RGB48", 6}}};
+using definition::outputs;
 
 // A camera format, as OrvImageTransform is told about it.
 struct Source {
@@ -32,7 +17,8 @@ struct Source {
     OrvPixelFormatType format[4]; // mosaics: by Bayer pattern; others: the first counts
     bool bigEndian = false;
     unsigned widthStep = 1, heightStep = 1, patterns = 1, smallest = 1;
-    bool inPlace = false; // for outputs that are no larger
+    bool inPlace = false;         // for outputs that are no larger
+    unsigned beyondForColour = 0; // bytes behind the source that colour outputs read as well
 };
 
 OrvImage describe(const Source& source, void* data, std::uint32_t width, std::uint32_t height, std::uint32_t pattern) {
@@ -153,7 +139,7 @@ public:
             row.smallest = source.smallest;
             row.keepsFourthByte = code == OrvOutputBgra32 || code == OrvOutputRgba32;
             const bool colour = code >= OrvOutputBgr24 && code <= OrvOutputRgba32;
-            row.beyond = source.name == "Mono16" && colour ? 1 : 0;
+            row.beyond = colour ? source.beyondForColour : 0;
             row.inPlace = source.inPlace && 8 * row.destinationBytes <= row.sourceBits;
             row.overwritesSource = option.TransformType == OrvTransformTypeDebayerMode &&
                                    option.Parameter.DebayerMode >= OrvDebayerModeLCAA;
@@ -238,12 +224,14 @@ std::vector<Conversion> all() {
     List list;
 
     const Source mono16 = mono("Mono16", OrvPixelFormatMono16);
+    Source littleEndianMono16 = mono16;
+    littleEndianMono16.beyondForColour = 1; // the tint of a pixel comes from the byte behind it
     list.add(mono("Mono8", OrvPixelFormatMono8), {0, 1, 2, 3, 4, 5, 6});
     list.add(mono("Mono10", OrvPixelFormatMono10), {0, 1, 2, 3, 4, 5, 7, 8, 9});
     list.add(mono("Mono12", OrvPixelFormatMono12), {0, 1, 2, 3, 4, 5, 7, 8, 9});
     list.add(bigEndian(mono("Mono12", OrvPixelFormatMono12)), {0, 1, 2, 3, 4, 5, 7, 8, 9});
     list.add(mono("Mono14", OrvPixelFormatMono14), {0, 1, 2, 3, 4, 5, 7, 8, 9});
-    list.add(mono16, {0, 1, 2, 3, 4, 5, 7, 8});
+    list.add(littleEndianMono16, {0, 1, 2, 3, 4, 5, 7, 8});
     list.add(bigEndian(mono16), {0, 1, 2, 3, 4, 5, 7, 8});
     list.add(mono("Mono12Packed", OrvPixelFormatMono12Packed, 2), {0, 1, 2, 3, 4, 5});
     list.add(mono("Mono10p", OrvPixelFormatMono10p), {0, 1, 2, 3, 4, 5, 7, 8});
@@ -365,7 +353,5 @@ const std::vector<Conversion>& conversions() {
     static const std::vector<Conversion> list = all();
     return list;
 }
-
-const char* nameOf(OrvOutputCode output) { return outputs.at(output).name; }
 
 } // namespace catalogue

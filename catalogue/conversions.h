@@ -14,7 +14,7 @@ namespace catalogue {
 struct Conversion {
     std::string source; // "Mono12p", "Mono16 big-endian", "Bayer8", ...
     std::string method; // "2x2", "3x3", ...; empty where there is only one
-    std::string output; // "BGR24", ...
+    std::string output; // "BGR24", ..., as in definition/outputs.h
 
     OrvPixelFormatType format = 0; // that OrvImageTransform is given, of a mosaic the one of pattern 0; 0: other calls
 
@@ -44,7 +44,5 @@ struct Conversion {
 };
 
 const std::vector<Conversion>& conversions();
-
-const char* nameOf(OrvOutputCode); // as in Conversion::output
 
 } // namespace catalogue

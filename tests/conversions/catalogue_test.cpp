@@ -6,8 +6,8 @@
 #include <cstring>
 
 #include "catalogue/conversions.h"
+#include "definition/outputs.h"
 #include "frame/pixel_formats.h"
-#include "reference/reference.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ bool alike(OrvPixelFormatType a, OrvPixelFormatType b) {
 bool isListed(OrvPixelFormatType format, std::uint32_t output, const std::string& method) {
     return std::ranges::any_of(catalogue::conversions(), [&](const catalogue::Conversion& conversion) {
         return conversion.format && alike(conversion.format, format) && conversion.method == method &&
-               static_cast<std::uint32_t>(reference::outputNamed(conversion.output)) == output;
+               conversion.output == definition::outputs[output].name;
     });
 }
 

@@ -1,4 +1,4 @@
-// Every conversion of the catalogue against the reference, at every instruction-set level, in guarded memory.
+// Every conversion of the catalogue against its definition, at every instruction-set level, in guarded memory.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -7,8 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "catalogue/colour_matrix.h"
 #include "catalogue/conversions.h"
-#include "reference/reference.h"
+#include "definition/definition.h"
 #include "support/compare.h"
 #include "support/fill.h"
 #include "support/guarded_buffer.h"
@@ -86,7 +87,7 @@ std::ostream& operator<<(std::ostream& out, const Arrangement& a) {
 class Conversions : public ::testing::TestWithParam<Case> {
 protected:
     void SetUp() override {
-        ASSERT_NE(reference_, nullptr) << "no reference for " << conversion().name();
+        ASSERT_NE(definition_, nullptr) << "no definition of " << conversion().name();
         if (GetParam().level > kel::highestLevel()) GTEST_SKIP() << "not on this machine";
         limit_.emplace(GetParam().level);
     }
@@ -141,7 +142,8 @@ protected:
 private:
     void refer(const Input& input, Bytes& destination, Bytes& source) const {
         const auto [width, height] = input.size;
-        reference_({destination.data(), source.data(), width, height, input.pattern, output_});
+        definition_({destination.data(), source.data(), width, height, input.pattern, catalogue::colourMatrix});
+        if (conversion().onlyInPlace) destination = source;
     }
     void convert(const Input& input, std::uint8_t* destination, std::uint8_t* source) const {
         const auto [width, height] = input.size;
@@ -152,8 +154,7 @@ private:
         return {conversion().destinationWidth(size.width) * pixelBytes, pixelBytes};
     }
 
-    const reference::Conversion reference_ = reference::find(conversion().source, conversion().method);
-    const reference::Output output_ = reference::outputNamed(conversion().output);
+    const definition::Function definition_ = definition::find(conversion().name());
     support::Random random_{support::seed()};
     support::GuardedMemory sourceMemory_{1 << 17}, memory_{1 << 17};
     std::optional<support::LevelLimit> limit_;

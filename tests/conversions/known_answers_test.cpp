@@ -1,4 +1,4 @@
-// Small inputs with answers worked out by hand: what the reference might share with the library in misreading.
+// Small inputs with answers worked out by hand: what the definition might share with the library in misreading.
 #include <gtest/gtest.h>
 
 #include <cstdint>

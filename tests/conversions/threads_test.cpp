@@ -5,8 +5,9 @@
 #include <thread>
 #include <vector>
 
+#include "catalogue/colour_matrix.h"
 #include "catalogue/conversions.h"
-#include "reference/reference.h"
+#include "definition/definition.h"
 #include "support/compare.h"
 #include "support/fill.h"
 
@@ -29,9 +30,8 @@ struct Job {
           destination(support::filled(c.destinationSize(width, height), support::Contents::noise, random)),
           expected(destination) {
         Bytes scratch = source;
-        reference::find(c.source, c.method)(
-            {expected.data(), scratch.data(), width, height, 0, reference::outputNamed(c.output)});
-        if (c.onlyInPlace) destination = source;
+        definition::find(c.name())({expected.data(), scratch.data(), width, height, 0, catalogue::colourMatrix});
+        if (c.onlyInPlace) destination = source, expected = scratch;
     }
 
     void run() {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "correction/transform.h"
-#include "reference/correction.h"
+#include "definition/definition.h"
 #include "support/compare.h"
 #include "support/fill.h"
 #include "support/levels.h"
@@ -80,31 +80,28 @@ TEST(Matrix, SumsWrapAround) {
     }
 }
 
-// ---- Any matrix, against the reference
+// ---- Any matrix
 
 struct Conversion {
     const char* name;
     OrvPixelFormatType format;
     OrvOutputCode output;
-    void (*reference)(const reference::Job&, const float* matrix);
 };
 
 constexpr Conversion conversions[] = {
-    {"RGB8 to BGR24", OrvPixelFormatRgb8, OrvOutputBgr24, reference::rgb8Corrected},
-    {"Bayer8 to Mono8", OrvPixelFormatBayerRG8, OrvOutputMono8, reference::bayer8Corrected},
-    {"Bayer16 to Mono16", OrvPixelFormatBayerRG16, OrvOutputMono16, reference::bayer16Corrected<16, false>},
-    {"Bayer16 to BGR48", OrvPixelFormatBayerRG16, OrvOutputBgr48, reference::bayer16Corrected<16, false>},
-    {"12Packed to BGR24", OrvPixelFormatBayerRG12Packed, OrvOutputBgr24, reference::bayer12PackedCorrected},
-    {"12Packed to BGR48", OrvPixelFormatBayerRG12Packed, OrvOutputBgr48, reference::bayer12PackedCorrected},
+    {"RGB8 matrix -> BGR24", OrvPixelFormatRgb8, OrvOutputBgr24},
+    {"Bayer8 matrix -> Mono8", OrvPixelFormatBayerRG8, OrvOutputMono8},
+    {"Bayer16 matrix -> Mono16", OrvPixelFormatBayerRG16, OrvOutputMono16},
+    {"Bayer16 matrix -> BGR48", OrvPixelFormatBayerRG16, OrvOutputBgr48},
+    {"Bayer12Packed matrix -> BGR24", OrvPixelFormatBayerRG12Packed, OrvOutputBgr24},
+    {"Bayer12Packed matrix -> BGR48", OrvPixelFormatBayerRG12Packed, OrvOutputBgr48},
 };
 
-void expectAsReference(const Conversion& conversion, const Matrix& matrix, support::Random& random) {
+void expectAsDefined(const Conversion& conversion, const Matrix& matrix, support::Random& random) {
     constexpr std::uint32_t width = 70, height = 4;
     const Bytes source = support::filled(width * height * 3, support::Contents::noise, random);
     Bytes scratch = source, expected(width * height * 6), actual(width * height * 6);
-    conversion.reference(
-        {expected.data(), scratch.data(), width, height, 0, static_cast<reference::Output>(conversion.output)},
-        matrix.data());
+    definition::find(conversion.name)({expected.data(), scratch.data(), width, height, 0, matrix.data()});
     EXPECT_EQ(Call(conversion.format, width, height, conversion.output).run(actual, source, matrix), 0);
     EXPECT_TRUE(support::same(expected, actual)) << conversion.name << ", matrix " << ::testing::PrintToString(matrix);
 }
@@ -119,7 +116,7 @@ TEST(Matrix, OfAnySize) {
             for (int repetition = 0; repetition < 20; ++repetition) {
                 Matrix matrix;
                 for (float& m : matrix) m = coefficient(scale);
-                for (const Conversion& conversion : conversions) expectAsReference(conversion, matrix, random);
+                for (const Conversion& conversion : conversions) expectAsDefined(conversion, matrix, random);
             }
     });
 }
@@ -139,7 +136,7 @@ TEST(Matrix, OfLimitingSize) {
     support::Random random{support::seed()};
     support::atEveryLevel([&] {
         for (const Matrix& matrix : matrices)
-            for (const Conversion& conversion : conversions) expectAsReference(conversion, matrix, random);
+            for (const Conversion& conversion : conversions) expectAsDefined(conversion, matrix, random);
     });
 }
 

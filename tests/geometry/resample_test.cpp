@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <limits>
 
+#include "definition/definition.h"
 #include "orvella/orv.h"
-#include "reference/resampling.h"
 #include "support/compare.h"
 #include "support/fill.h"
 #include "support/guarded_buffer.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-using reference::Resampling;
+using definition::Resampling;
 using support::Bytes;
 using support::Place;
 
@@ -45,7 +45,8 @@ struct Area {
 
 Area sourceArea(const Resampling& r) {
     std::int64_t length = 0;
-    for (std::int64_t i = 0; i < r.destinationLength; ++i) length = std::max(length, reference::nearestPixel(i, r) + 1);
+    for (std::int64_t i = 0; i < r.destinationLength; ++i)
+        length = std::max(length, definition::nearestPixel(i, r) + 1);
     return {r.sourcePitch, length, r.lines, r.bytesPerPixel};
 }
 
@@ -57,7 +58,7 @@ protected:
         const Bytes given = support::filled(from.size(), support::Contents::noise, random_);
         const Bytes prefill = support::filled(to.size(), support::Contents::noise, random_);
         Bytes expected = prefill;
-        reference::resample(expected.data() + to.firstLine(), given.data() + from.firstLine(), r);
+        definition::resample(expected.data() + to.firstLine(), given.data() + from.firstLine(), r);
         for (const Place place : {Place::atStart, Place::atEnd}) {
             const auto source = sourceMemory_.place(given.size(), place);
             const auto destination = memory_.place(prefill.size(), place);
