@@ -1,6 +1,9 @@
 // Calls that must write the same bytes as another call.
 #include <gtest/gtest.h>
 
+#include <sys/mman.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -10,6 +13,7 @@
 #include "orvella/orv.h"
 #include "support/compare.h"
 #include "support/fill.h"
+#include "support/guarded_buffer.h"
 #include "support/levels.h"
 
 namespace {
@@ -48,39 +52,39 @@ private:
 template <auto function, u32... output> OrvErrorType mosaic(void* d, void* s, i32 pattern) {
     return function(d, s, width, height, output..., pattern);
 }
-struct MosaicCall {
-    const char* name;
-    OrvErrorType (*call)(void* destination, void* source, i32 pattern);
-};
-constexpr MosaicCall mosaics[] = {
-    {"Raw8", mosaic<OrvRaw8ImageTransform, OrvOutputYuv422>},
-    {"Raw8 3x3", mosaic<OrvRaw8ImageTransform_3x3, OrvOutputBgr24>},
-    {"Raw8 LCAA", mosaic<OrvRaw8ImageTransform_IntLCAA, OrvOutputBgr24>},
-    {"Raw8 LCAAV", mosaic<OrvRaw8ImageTransform_IntLCAAV, OrvOutputBgr24>},
-    {"Raw8 YUV422", mosaic<OrvRaw8ImageTransform_IntYUV422, OrvOutputBgr24>},
-    {"Raw10p", mosaic<OrvRaw10pImageTransform, OrvOutputBgr24>},
-    {"Raw12", mosaic<OrvRaw12ImageTransform, OrvOutputBgr24>},
-    {"Raw12p", mosaic<OrvRaw12pImageTransform, OrvOutputBgr24>},
-    {"Raw16", mosaic<OrvRaw16ImageTransform, OrvOutputBgr24>},
-    {"Raw8ToBGR", mosaic<OrvRaw8ToBGR>},
-    {"Raw8ToBGR_3x3", mosaic<OrvRaw8ToBGR_3x3>},
-    {"Raw8ToBGR_IntLCAA", mosaic<OrvRaw8ToBGR_IntLCAA>},
-    {"Raw8ToBGR_IntLCAAV", mosaic<OrvRaw8ToBGR_IntLCAAV>},
-    {"Raw8ToBGR_IntYUV422", mosaic<OrvRaw8ToBGR_IntYUV422>},
-    {"Raw8ToBGR_mono", mosaic<OrvRaw8ToBGR_mono>},
-    {"Raw8ToY8", mosaic<OrvRaw8ToY8>},
-    {"Raw12ToBGR", mosaic<OrvRaw12ToBGR>},
-    {"Raw12ToBGR16", mosaic<OrvRaw12ToBGR16>},
-    {"Raw16ToBGR", mosaic<OrvRaw16ToBGR>},
-    {"Raw16ToBGR16", mosaic<OrvRaw16ToBGR16>},
-    {"Raw16ToY16", mosaic<OrvRaw16ToY16>},
-};
+using MosaicCall = OrvErrorType (*)(void* destination, void* source, i32 pattern);
 
-TEST_F(Identities, PatternMinus1Is3) {
-    for (const auto& [name, call] : mosaics)
-        expectSame(
-            name, [call = call](void* d, void* s) { return call(d, s, -1); },
-            [call = call](void* d, void* s) { return call(d, s, 3); });
+// A family and its one-call converter, or twice what there is. The pattern -1 means 3.
+TEST_F(Identities, MosaicsAndTheirConverters) {
+    struct {
+        const char* name;
+        MosaicCall family, converter;
+    } const mosaics[] = {
+        {"2x2", mosaic<OrvRaw8ImageTransform, OrvOutputBgr24>, mosaic<OrvRaw8ToBGR>},
+        {"3x3", mosaic<OrvRaw8ImageTransform_3x3, OrvOutputBgr24>, mosaic<OrvRaw8ToBGR_3x3>},
+        {"LCAA", mosaic<OrvRaw8ImageTransform_IntLCAA, OrvOutputBgr24>, mosaic<OrvRaw8ToBGR_IntLCAA>},
+        {"LCAAV", mosaic<OrvRaw8ImageTransform_IntLCAAV, OrvOutputBgr24>, mosaic<OrvRaw8ToBGR_IntLCAAV>},
+        {"YUV422", mosaic<OrvRaw8ImageTransform_IntYUV422, OrvOutputBgr24>, mosaic<OrvRaw8ToBGR_IntYUV422>},
+        {"Y8", mosaic<OrvRaw8ImageTransform, OrvOutputMono8>, mosaic<OrvRaw8ToY8>},
+        {"12Packed", mosaic<OrvRaw12ImageTransform, OrvOutputBgr24>, mosaic<OrvRaw12ToBGR>},
+        {"16", mosaic<OrvRaw16ImageTransform, OrvOutputBgr24>, mosaic<OrvRaw16ToBGR>},
+        {"10p", mosaic<OrvRaw10pImageTransform, OrvOutputBgr24>, mosaic<OrvRaw10pImageTransform, OrvOutputBgr24>},
+        {"12p", mosaic<OrvRaw12pImageTransform, OrvOutputBgr24>, mosaic<OrvRaw12pImageTransform, OrvOutputBgr24>},
+        {"grey", mosaic<OrvRaw8ToBGR_mono>, mosaic<OrvRaw8ToBGR_mono>},
+        {"12Packed whole", mosaic<OrvRaw12ToBGR16>, mosaic<OrvRaw12ToBGR16>},
+        {"16 whole", mosaic<OrvRaw16ToBGR16>, mosaic<OrvRaw16ToBGR16>},
+        {"16 whole, grey", mosaic<OrvRaw16ToY16>, mosaic<OrvRaw16ToY16>},
+    };
+    for (const auto& row : mosaics)
+        for (const i32 pattern : {-1, 0, 1, 2, 3}) {
+            const i32 known = pattern < 0 ? 3 : pattern;
+            const MosaicCall family = row.family, converter = row.converter;
+            const auto of = [](MosaicCall call, i32 p) -> Call {
+                return [=](void* d, void* s) { return call(d, s, p); };
+            };
+            expectSame(row.name, of(converter, pattern), of(family, known));
+            expectSame(row.name, of(family, pattern), of(family, known));
+        }
 }
 
 Call shiftedMosaic(const OrvShiftRecord& record, u32 output) {
@@ -149,6 +153,8 @@ TEST_F(Identities, OneCallConverters) {
         const char* name;
         Call converter, transform;
     } const identities[] = {
+        {"Y16ToY8_MMX", [](void* d, void* s) { return OrvY16ToY8_MMX(d, s, n); },
+         [](void* d, void* s) { return OrvY16ToY8(d, s, n); }},
         {"RGB8ToBGR", [](void* d, void* s) { return OrvRGB8ToBGR(d, s, n); },
          [](void* d, void* s) { return OrvRGB8ImageTransform(d, s, n, OrvOutputBgr24); }},
         {"YUV411ToBGR", [](void* d, void* s) { return OrvYUV411ToBGR(d, s, n); },
@@ -159,40 +165,6 @@ TEST_F(Identities, OneCallConverters) {
          [](void* d, void* s) { return OrvYUV444ImageTransform(d, s, n, OrvOutputBgr24); }},
     };
     for (const auto& [name, converter, transform] : identities) expectSame(name, converter, transform);
-}
-
-TEST_F(Identities, OneCallConvertersOfMosaics) {
-    struct {
-        const char* name;
-        OrvErrorType (*converter)(void* destination, void* source, i32 pattern);
-        OrvErrorType (*transform)(void* destination, void* source, i32 pattern);
-    } const identities[] = {
-        {"2x2", mosaic<OrvRaw8ToBGR>, mosaic<OrvRaw8ImageTransform, OrvOutputBgr24>},
-        {"3x3", mosaic<OrvRaw8ToBGR_3x3>, mosaic<OrvRaw8ImageTransform_3x3, OrvOutputBgr24>},
-        {"LCAA", mosaic<OrvRaw8ToBGR_IntLCAA>, mosaic<OrvRaw8ImageTransform_IntLCAA, OrvOutputBgr24>},
-        {"LCAAV", mosaic<OrvRaw8ToBGR_IntLCAAV>, mosaic<OrvRaw8ImageTransform_IntLCAAV, OrvOutputBgr24>},
-        {"YUV422", mosaic<OrvRaw8ToBGR_IntYUV422>, mosaic<OrvRaw8ImageTransform_IntYUV422, OrvOutputBgr24>},
-        {"Y8", mosaic<OrvRaw8ToY8>, mosaic<OrvRaw8ImageTransform, OrvOutputMono8>},
-        {"12Packed", mosaic<OrvRaw12ToBGR>, mosaic<OrvRaw12ImageTransform, OrvOutputBgr24>},
-        {"16", mosaic<OrvRaw16ToBGR>, mosaic<OrvRaw16ImageTransform, OrvOutputBgr24>},
-    };
-    for (const auto& [name, converter, transform] : identities)
-        for (const i32 pattern : {0, 1, 2, 3})
-            expectSame(
-                name, [=, converter = converter](void* d, void* s) { return converter(d, s, pattern); },
-                [=, transform = transform](void* d, void* s) { return transform(d, s, pattern); });
-}
-
-// 12Packed samples, spread to 16 bits first.
-TEST_F(Identities, UnpackedMosaics) {
-    for (const i32 pattern : {0, 1, 2, 3})
-        expectSame(
-            "12Packed", [=](void* d, void* s) { return mosaic<OrvRaw12ToBGR16>(d, s, pattern); },
-            [=](void* d, void* s) { return mosaic<OrvRaw16ToBGR16>(d, s, pattern); },
-            [](Bytes& packed) {
-                const Bytes source = packed;
-                EXPECT_EQ(OrvPacked12BitTo16Bit(packed.data(), source.data(), width, height), OrvErrorSuccess);
-            });
 }
 
 // ---- Complementary colours
@@ -263,6 +235,34 @@ TEST_F(Identities, OddRunsOfUyvy) {
             ASSERT_TRUE(support::same(expected, actual)) << count << " pixels";
         }
     });
+}
+
+// OrvRGB8ToBGR copies 3 n bytes, counted in 32 bits, and then exchanges red and blue of n pixels where they are. Of
+// 2^32 / 3 pixels two bytes are copied. The destination is one stretch of memory over and over again, so that its
+// pixels are exchanged once for each time that they are reached.
+TEST_F(Identities, CopiesOf2To32BytesWrapAround) {
+    constexpr std::size_t stretch = 6 << 20, count = 0x55555556, pixels = stretch / 3, turns = count / pixels;
+    const int file = memfd_create("frame", 0);
+    ASSERT_EQ(ftruncate(file, stretch), 0);
+    void* const frame =
+        mmap(nullptr, (turns + 1) * stretch, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    ASSERT_NE(frame, MAP_FAILED);
+    auto* const bytes = static_cast<std::uint8_t*>(frame);
+    for (std::size_t turn = 0; turn <= turns; ++turn)
+        ASSERT_NE(mmap(bytes + turn * stretch, stretch, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_FIXED, file, 0),
+                  MAP_FAILED);
+    support::Random random{support::seed()};
+    Bytes expected = support::filled(stretch, support::Contents::noise, random);
+    std::ranges::copy(expected, bytes);
+    const support::GuardedBuffer source(2);
+    source.data()[0] = expected[0] = 12, source.data()[1] = expected[1] = 34;
+    static_assert(turns % 2 == 0);
+    for (std::size_t i = 0; i < count % pixels; ++i) std::swap(expected[3 * i], expected[3 * i + 2]);
+
+    EXPECT_EQ(OrvRGB8ToBGR(bytes, source.data(), count), OrvErrorSuccess);
+    EXPECT_TRUE(support::same(expected, {bytes, stretch}, {stretch, 3}));
+    munmap(frame, (turns + 1) * stretch);
+    close(file);
 }
 
 } // namespace

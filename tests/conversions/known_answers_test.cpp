@@ -2,9 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "orvella/orv.h"
+#include "support/levels.h"
 
 namespace {
 
@@ -189,6 +191,61 @@ TEST(KnownAnswers, LopsidedGreenOf3x3) {
               OrvErrorSuccess);
     for (std::size_t i = 0; i < 16; ++i) greens.push_back(rgb[3 * i + 1]);
     EXPECT_EQ(greens, (Bytes{40, 40, 25, 25, 40, 40, 25, 25, 15, 15, 0, 0, 15, 15, 0, 0}));
+}
+
+// ---- Complementary colours
+
+OrvErrorType convertCygm(Bytes& destination, const Bytes& source, std::uint32_t width, std::uint32_t height,
+                         std::uint32_t output) {
+    return OrvIRaw8CYGMImageTransform(destination.data(), source.data(), width, height, output, 77);
+}
+
+TEST(KnownAnswers, CygmFlatIsGrey) {
+    constexpr std::pair<decltype(&OrvIRaw8CYGMImageTransform), std::size_t> transforms[] = {
+        {OrvIRaw8CYGMImageTransform, 32}, {OrvIRaw8CYGMImageTransform_3x3, 32}, {OrvIRaw8CYGMImageTransform_Bin, 8}};
+    for (const auto& [transform, pixels] : transforms)
+        for (const std::uint8_t value : Bytes{0, 1, 127, 254, 255})
+            for (const std::uint32_t output : {0U, 1U, 3U, 5U}) {
+                const std::size_t bytes = pixels * (output == 1 || output == 3 ? 3 : 1);
+                Bytes destination(bytes, 0x7F);
+                EXPECT_EQ(transform(destination.data(), Bytes(32, value).data(), 8, 4, output, 0), OrvErrorSuccess);
+                EXPECT_EQ(destination, Bytes(bytes, value)) << "output " << output;
+            }
+}
+
+// Lines 0 to 3 of a frame of width 2; the buffer begins with lines 1 and 3.
+Bytes frame(const Bytes& line0, const Bytes& line1, const Bytes& line2, const Bytes& line3) {
+    Bytes buffer;
+    for (const Bytes* line : {&line1, &line3, &line0, &line2}) buffer.insert(buffer.end(), line->begin(), line->end());
+    return buffer;
+}
+
+// One block, of each phase:
+//
+//     row 0   40 10   Y = 75 / 4 = 18, P = (40 + 5) - (10 + 20) = 15 -> 3, Q = (10 + 5) - (40 + 20) = -45 -> -11
+//     row 1   20  5   Y = 50 / 4 = 12, P = (5 + 25) - (20 + 0) = 10 -> 2, Q = (5 + 0) - (20 + 25) = -40 -> -10
+//     row 2   25  0   Y = 34 / 4 = 8,  P = (25 + 8) - (0 + 1) = 32 -> 8,  Q = (0 + 8) - (25 + 1) = -18 -> -4
+//     row 3    8  1
+TEST(KnownAnswers, CygmOneBlockOfEachRow) {
+    const Bytes source = frame({40, 10}, {20, 5}, {25, 0}, {8, 1});
+    const Bytes row0{0, 24, 41, 0, 24, 41}, row1{0, 18, 30, 0, 18, 30}, row2{2, 3, 48, 2, 3, 48};
+    Bytes expected;
+    for (const Bytes* row : {&row0, &row1, &row2, &row2}) expected.insert(expected.end(), row->begin(), row->end());
+    support::atEveryLevel([&] {
+        Bytes rgb(24, 0x7F);
+        EXPECT_EQ(convertCygm(rgb, source, 2, 4, OrvOutputRgb24), OrvErrorSuccess);
+        EXPECT_EQ(rgb, expected);
+    });
+}
+
+// The last column's fourth byte stays; the last row takes the row above's.
+TEST(KnownAnswers, CygmFourthBytes) {
+    Bytes bgra(32);
+    for (std::size_t i = 0; i < bgra.size(); ++i) bgra[i] = static_cast<std::uint8_t>(i);
+    EXPECT_EQ(convertCygm(bgra, Bytes(8, 9), 2, 4, OrvOutputBgra32), OrvErrorSuccess);
+    Bytes fourths;
+    for (std::size_t i = 3; i < bgra.size(); i += 4) fourths.push_back(bgra[i]);
+    EXPECT_EQ(fourths, (Bytes{3, 7, 11, 15, 19, 23, 19, 23}));
 }
 
 } // namespace

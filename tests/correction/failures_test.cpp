@@ -1,17 +1,20 @@
-// Failing locks and allocations. The linker sends this program's calls of the pthread functions and of operator new
-// (_Znwm) to the __wrap_ functions below.
+// Failing locks and allocations. The linker sends this program's calls of the pthread functions, of malloc, of operator new
+// (_Znwm) and of the operator new[] that does not throw (_ZnamRKSt9nothrow_t) to the __wrap_ functions below.
 #include <gtest/gtest.h>
 
 #include <pthread.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <new>
 #include <stdexcept>
+#include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "correction/registry.h"
 #include "orvella/exceptions.hpp"
-#include "orvella/orv.h"
+#include "orvella/zeb.h"
 #include "support/mutex.h"
 
 namespace {
@@ -22,6 +25,7 @@ enum class Operation { none, attributeInit, attributeSetType, mutexInit, lock, u
 Operation failing = Operation::none;
 int locked = 0, attributes = 0; // locks held, attribute objects alive
 int allocationsLeft = -1;       // until one fails; -1: none fails
+bool memoryIsOut = false;       // for malloc and new[], all the time
 void** record = nullptr;        // where the next allocation's address goes
 
 bool fails(Operation operation) {
@@ -40,6 +44,8 @@ int __real_pthread_mutex_init(pthread_mutex_t*, const pthread_mutexattr_t*);
 int __real_pthread_mutex_lock(pthread_mutex_t*);
 int __real_pthread_mutex_unlock(pthread_mutex_t*);
 void* __real__Znwm(std::size_t);
+void* __real_malloc(std::size_t);
+void* __real__ZnamRKSt9nothrow_t(std::size_t, const std::nothrow_t&);
 
 int __wrap_pthread_mutexattr_init(pthread_mutexattr_t* attribute);
 int __wrap_pthread_mutexattr_settype(pthread_mutexattr_t* attribute, int type);
@@ -48,7 +54,13 @@ int __wrap_pthread_mutex_init(pthread_mutex_t* mutex, const pthread_mutexattr_t*
 int __wrap_pthread_mutex_lock(pthread_mutex_t* mutex);
 int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex);
 void* __wrap__Znwm(std::size_t size);
+void* __wrap_malloc(std::size_t size);
+void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag);
 
+void* __wrap_malloc(std::size_t size) { return memoryIsOut ? nullptr : __real_malloc(size); }
+void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) {
+    return memoryIsOut ? nullptr : __real__ZnamRKSt9nothrow_t(size, tag);
+}
 int __wrap_pthread_mutexattr_init(pthread_mutexattr_t* attribute) {
     if (fails(Operation::attributeInit)) return ENOMEM;
     ++attributes;
@@ -85,6 +97,12 @@ void* __wrap__Znwm(std::size_t size) {
 }
 
 namespace {
+
+std::vector<std::uint8_t> buffers = [] {
+    std::vector<std::uint8_t> bytes(8192);
+    for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(i * i >> 5);
+    return bytes;
+}();
 
 using kel::thread::KELThreadException;
 using kel::thread::pthread_exception;
@@ -245,6 +263,42 @@ TEST(ObjectFailures, AreNotReportedByDestroy) {
     EXPECT_EQ(failing, Operation::lock);
     failing = Operation::none;
     ::operator delete(handle);
+}
+
+// ---- Conversions that need memory
+
+// A call with memory, which writes, and then without: what it answers, and whether it leaves both buffers alone.
+template <class Answer, class... Args>
+void expectWithoutMemory(Answer expected, Answer (*function)(void*, Args...), void* destination,
+                         std::type_identity_t<Args>... arguments) {
+    const std::vector<std::uint8_t> before = buffers;
+    EXPECT_EQ(function(destination, arguments...), Answer{0});
+    EXPECT_NE(buffers, before);
+    buffers = before;
+    memoryIsOut = true;
+    const Answer answer = function(destination, arguments...);
+    memoryIsOut = false;
+    EXPECT_EQ(answer, expected);
+    EXPECT_EQ(buffers, before);
+}
+
+// The filtered demosaics succeed silently.
+TEST(WithoutMemory, FilteredMosaicsWriteNothing) {
+    void* const from = buffers.data() + 4096;
+    for (const auto family :
+         {OrvRaw8ImageTransform_IntLCAA, OrvRaw8ImageTransform_IntLCAAV, OrvRaw8ImageTransform_IntYUV422})
+        expectWithoutMemory(OrvErrorType{OrvErrorSuccess}, family, buffers.data(), from, 16, 8, 1, 0);
+    for (const auto family :
+         {ZEB_Raw8ImageTransform_IntLCAA, ZEB_Raw8ImageTransform_IntLCAAV, ZEB_Raw8ImageTransform_IntYUV422})
+        expectWithoutMemory(0U, family, buffers.data(), from, 16, 8, 1, 0);
+    for (const auto converter : {OrvRaw8ToBGR_IntLCAA, OrvRaw8ToBGR_IntLCAAV, OrvRaw8ToBGR_IntYUV422})
+        expectWithoutMemory(OrvErrorType{OrvErrorSuccess}, converter, buffers.data(), from, 16, 8, 0);
+}
+
+TEST(WithoutMemory, FieldsAreNotWovenInPlace) {
+    expectWithoutMemory(OrvErrorType{OrvErrorResources}, OrvInterlacedToProgressive, buffers.data(), buffers.data(), 4,
+                        4);
+    expectWithoutMemory(0x8800001AU, ZEB_InterlacedToProgressive, buffers.data(), buffers.data(), 4, 4);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// What the catalogue's stretched lines leave open: any ratio, pitches, refusals, the reach into the source.
+// What the catalogue's stretched lines leave open: any ratio, pitches, the reach into the source.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -122,30 +122,6 @@ TEST_F(Resample, LinearLooksBackForPositiveWeights) {
     EXPECT_EQ(Bytes(destination, destination + 6), (Bytes{0, 62, 25, 187, 120, 180}));
 }
 
-TEST_F(Resample, WritesNothingWithoutPixelsOrLines) {
-    std::uint8_t byte = 7;
-    for (const std::uint32_t mode : {0U, 1U})
-        for (const std::int32_t none : {0, -1, INT32_MIN}) {
-            EXPECT_EQ(OrvResampleScanlines(&byte, &byte, none, 1, 1, 1, mode, 1, 1), good);
-            EXPECT_EQ(OrvResampleScanlines(&byte, &byte, 1, none, 1, 1, mode, 1, 1), good);
-            EXPECT_EQ(OrvResampleScanlines(&byte, &byte, 1, 1, none, 1, mode, 1, 1), good);
-        }
-    EXPECT_EQ(byte, 7);
-}
-
-TEST_F(Resample, Refuses) {
-    std::uint8_t to = 7, from = 9;
-    const auto bad = OrvErrorBadParameter;
-    for (const float zero : {0.0F, -0.0F}) EXPECT_EQ(OrvResampleScanlines(&to, &from, 1, 1, 1, 1, 0, 1, zero), bad);
-    EXPECT_EQ(OrvResampleScanlines(nullptr, &from, 1, 1, 1, 1, 0, 1, 1), bad);
-    EXPECT_EQ(OrvResampleScanlines(&to, nullptr, 1, 1, 1, 1, 0, 1, 1), bad);
-    for (const std::uint32_t bytes : {0U, 7U, ~0U})
-        EXPECT_EQ(OrvResampleScanlinesEx(&to, &from, 1, 1, 1, 1, 1, bytes, 0, 1, 1), bad);
-    EXPECT_EQ(OrvResampleScanlinesEx(&to, &from, 1, 1, 1, 1, 1, 1, 2, 1, 1), bad);
-    EXPECT_EQ(OrvResampleScanlinesEx(&to, &from, 0, 1, 1, 1, 1, 7, 0, 1, 1), bad) << "even with nothing to do";
-    EXPECT_EQ(to, 7);
-}
-
 TEST(ResampledScanlineLength, IsAMultipleOfFour) {
     constexpr struct {
         std::int32_t length;
@@ -174,10 +150,6 @@ TEST(ResampledScanlineLength, IsAMultipleOfFour) {
         EXPECT_EQ(OrvGetResampledScanlineLength(&result, c.length, c.a, c.b), OrvErrorSuccess);
         EXPECT_EQ(result, c.result) << c.length << " * " << c.b << " / " << c.a;
     }
-    std::uint32_t result = 7;
-    EXPECT_EQ(OrvGetResampledScanlineLength(nullptr, 1, 1, 1), OrvErrorBadParameter);
-    EXPECT_EQ(OrvGetResampledScanlineLength(&result, 1, 1, 0), OrvErrorBadParameter);
-    EXPECT_EQ(result, 7U);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The one-call mono converters: every word in every layout, and each function's own refusals.
+// The one-call mono converters of 16-bit words: every word in every layout.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -54,71 +54,6 @@ TEST(MonoDirect, EveryWordInEveryLayout) {
                 EXPECT_TRUE(support::same(expectedBgr, bgr, {bgr.size(), 3}));
             });
         }
-}
-
-TEST(MonoDirect, EightsDoTheSameAsAnyCount) {
-    const Bytes source = everyWord(true);
-    Bytes any(words), eights(words);
-    EXPECT_EQ(OrvY16ToY8(any.data(), source.data(), words), OrvErrorSuccess);
-    EXPECT_EQ(OrvY16ToY8_MMX(eights.data(), source.data(), words), OrvErrorSuccess);
-    EXPECT_EQ(any, eights);
-}
-
-TEST(MonoDirect, Unpacks12Packed) {
-    const std::uint8_t source[] = {0xAB, 0xCD, 0xEF};
-    std::uint8_t destination[4] = {};
-    EXPECT_EQ(OrvPacked12BitTo16Bit(destination, source, 2, 1), OrvErrorSuccess);
-    EXPECT_EQ(Bytes(destination, destination + 4), (Bytes{0xAB, 0xD0, 0xEF, 0xC0}));
-    EXPECT_EQ(OrvPacked12BitTo8Bit(destination, source, 2, 1), OrvErrorSuccess);
-    EXPECT_EQ(Bytes(destination, destination + 2), (Bytes{0xAB, 0xEF}));
-}
-
-// Calls that write nothing, whether they succeed or not.
-TEST(MonoDirect, EmptyAndRefusedCallsWriteNothing) {
-    constexpr OrvErrorType good = OrvErrorSuccess, bad = OrvErrorBadParameter;
-    constexpr auto oddWidth = static_cast<OrvErrorType>(0x88000004);
-    Bytes destination(64, 0xEE);
-    const Bytes source(64);
-    void* const to = destination.data();
-    const void* const from = source.data();
-
-    EXPECT_EQ(OrvY16ToY8(to, from, 0), good);
-    EXPECT_EQ(OrvY16ToY8(nullptr, from, 8), bad);
-    EXPECT_EQ(OrvY16ToY8(to, nullptr, 8), bad);
-    for (const std::uint32_t count : {0U, 1U, 7U, 12U}) EXPECT_EQ(OrvY16ToY8_MMX(to, from, count), bad) << count;
-    EXPECT_EQ(OrvY16ToY8_MMX(nullptr, from, 8), bad);
-    EXPECT_EQ(OrvY16ToY8_MMX(to, nullptr, 8), bad);
-    EXPECT_EQ(OrvY16ToBGR(to, from, 0), bad);
-    EXPECT_EQ(OrvY16ToBGR(nullptr, from, 8), bad);
-    EXPECT_EQ(OrvY16ToBGR(to, nullptr, 8), bad);
-    for (const auto function : {OrvY16ToY8Ex, OrvY16ToBGREx}) {
-        EXPECT_EQ(function(nullptr, from, 8, 0, 0, 16), bad);
-        EXPECT_EQ(function(to, nullptr, 8, 0, 0, 16), bad);
-        EXPECT_EQ(function(to, from, 0, 0, 0, 16), bad);
-        EXPECT_EQ(function(to, from, 8, 2, 0, 16), bad);
-        EXPECT_EQ(function(to, from, 8, 0, 2, 16), bad);
-        EXPECT_EQ(function(to, from, 8, 0, 1, 17), bad);
-        EXPECT_EQ(function(to, from, 8, 0, 0, 17), bad) << "even where bits mean nothing";
-    }
-    EXPECT_EQ(OrvY8ToBGR(to, from, 0), bad);
-    EXPECT_EQ(OrvY8ToBGR(nullptr, from, 8), bad);
-    EXPECT_EQ(OrvY8ToBGR(to, nullptr, 8), bad);
-
-    EXPECT_EQ(OrvPacked12BitTo16Bit(nullptr, nullptr, 3, 1), oddWidth) << "before the pointers";
-    EXPECT_EQ(OrvPacked12BitTo16Bit(to, from, -3, 1), oddWidth);
-    EXPECT_EQ(OrvPacked12BitTo16Bit(nullptr, from, 2, 1), bad);
-    EXPECT_EQ(OrvPacked12BitTo16Bit(to, nullptr, 2, 1), bad);
-    EXPECT_EQ(OrvPacked12BitTo16Bit(to, from, 0, 1), good);
-    EXPECT_EQ(OrvPacked12BitTo16Bit(to, from, 2, 0), good);
-    EXPECT_EQ(OrvPacked12BitTo16Bit(to, from, -2, 0xFFFFFFFF), good);
-    EXPECT_EQ(OrvPacked12BitTo8Bit(to, from, 3, 1), bad);
-    EXPECT_EQ(OrvPacked12BitTo8Bit(to, from, -3, 1), bad);
-    EXPECT_EQ(OrvPacked12BitTo8Bit(nullptr, from, 2, 1), bad);
-    EXPECT_EQ(OrvPacked12BitTo8Bit(to, nullptr, 2, 1), bad);
-    EXPECT_EQ(OrvPacked12BitTo8Bit(to, from, 0, 1), good);
-    EXPECT_EQ(OrvPacked12BitTo8Bit(to, from, 2, -1), good);
-
-    EXPECT_EQ(destination, Bytes(64, 0xEE));
 }
 
 } // namespace
