@@ -1,19 +1,23 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the project uses, if any is missing. This is the one list of them.
 #
-#     scripts/packages.sh [build|test|bench]     build: the library, its converter; test: what the tests need as well;
-#                                                bench: the libraries to compare with, and what bench/report.sh uses
+#     scripts/packages.sh [build|test|bench|package]     build: the library, its converter; test: what the tests need as
+#                                                        well; bench: the libraries to compare with, and what
+#                                                        bench/report.sh uses; package: what scripts/package.sh uses
 set -euo pipefail
 
 build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
-test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils
+test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils help2man libopencv-imgproc-dev
     libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base)
 bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-dev python3-matplotlib
     linux-perf binutils llvm-19)
+package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintian
+    binutils libgtest-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base)
 
 case ${1:-build} in
 test) wanted=("${test[@]}") ;;
 bench) wanted=("${bench[@]}") ;;
+package) wanted=("${package[@]}") ;;
 *) wanted=("${build[@]}") ;;
 esac
 
