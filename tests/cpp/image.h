@@ -103,6 +103,19 @@ struct Image {
     }
 };
 
+// A mosaic of 8 bits.
+inline Image topBits(Image image, const orvella::Options& options) {
+    const orvella::FormatInfo& info = *image.info;
+    const unsigned used = info.hasWords() ? options.bitsUsed.value_or(info.bitsUsed) : info.bits();
+    for (Pixel& pixel : image.pixels) {
+        if (options.byteOrder == orvella::ByteOrder::Big) pixel = (pixel >> 8 | pixel << 8) & 0xFFFF;
+        const bool isHigh = info.hasWords() && options.alignment == orvella::Alignment::High;
+        pixel = (isHigh ? pixel : pixel << (16 - used)) >> 8 & 0xFF;
+    }
+    image.info = orvella::find(orvella::PixelFormat::BayerRG8);
+    return image;
+}
+
 inline std::string coloursOf(const orvella::FormatInfo& info) {
     constexpr const char* names[] = {"RGGB", "GBRG", "GRBG", "BGGR"};
     return info.isMosaic() ? names[info.bayer] : "";

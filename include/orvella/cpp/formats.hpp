@@ -324,7 +324,8 @@ constexpr Outputs correctedOutputs(const FormatInfo& info) {
     }
 }
 
-constexpr Outputs outputsOf(const FormatInfo& info, const Options& options) {
+// By one call of the library.
+constexpr Outputs directOutputs(const FormatInfo& info, const Options& options) {
     const bool is2x2 = options.debayer == Debayer::Mode2x2;
     if (options.matrix) return is2x2 || !info.isMosaic() ? correctedOutputs(info) : 0;
     const bool isFull = options.bitsUsed.value_or(info.bitsUsed) == 16;
@@ -344,13 +345,35 @@ constexpr Outputs outputsOf(const FormatInfo& info, const Options& options) {
     }
 }
 
+// The mosaic of 8 bits with the same colours.
+constexpr const FormatInfo& mosaicOf8Bits(const FormatInfo& mosaic) {
+    for (const FormatInfo& info : formats)
+        if (info.bits() == 8 && info.bayer == mosaic.bayer) return info;
+    return mosaic;
+}
+
+// Deeper mosaics become by their top eight bits what they do not become directly.
+constexpr Outputs outputsOf(const FormatInfo& info, const Options& options) {
+    const Outputs direct = directOutputs(info, options);
+    return info.isMosaic() ? direct | directOutputs(mosaicOf8Bits(info), options) : direct;
+}
+
+constexpr bool contains(Outputs set, Output output) {
+    return static_cast<std::uint32_t>(output) < 32 && (set >> static_cast<std::uint32_t>(output) & 1) != 0;
+}
+
 } // namespace detail
 
 // Whether a source of this format can become that output; sizes have rules of their own.
 constexpr bool offers(PixelFormat format, Output output, const Options& options = {}) {
     const FormatInfo* info = find(format);
-    return info && static_cast<std::uint32_t>(output) < 32 &&
-           (detail::outputsOf(*info, options) >> static_cast<std::uint32_t>(output) & 1) != 0;
+    return info && detail::contains(detail::outputsOf(*info, options), output);
+}
+
+// Whether only the top eight bits of a deep mosaic's samples count: for all methods but 2x2, and for what 2x2 and the
+// matrix do not write from more.
+constexpr bool takesTopBits(PixelFormat format, Output output, const Options& options = {}) {
+    return offers(format, output, options) && !detail::contains(detail::directOutputs(*find(format), options), output);
 }
 
 } // namespace orvella

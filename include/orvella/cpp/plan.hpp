@@ -98,7 +98,7 @@ private:
         if (info.isMosaic() && options.matrix && options.debayer != Debayer::Mode2x2)
             return Result::refused(OrvErrorNotImplemented,
                                    "mosaics are corrected by a matrix with the method 2x2 only");
-        if (outputsOf(info, options) >> static_cast<std::uint32_t>(output) & 1) return {};
+        if (contains(outputsOf(info, options), output)) return {};
         return notOffered(info, output, options);
     }
 
@@ -106,20 +106,16 @@ private:
         char list[160] = "";
         std::size_t used = 0;
         for (unsigned other = 0; other <= OrvOutputRgb48; ++other) {
-            if (!(outputsOf(info, options) >> other & 1)) continue;
+            if (!contains(outputsOf(info, options), Output{other})) continue;
             const std::string_view name = nameOf(Output{other});
             used += static_cast<std::size_t>(std::snprintf(list + used, sizeof list - used, "%s%.*s",
                                                            used > 0 ? ", " : "", length(name), name.data()));
         }
-        const bool isLimited = info.isMosaic() && options.debayer != Debayer::Mode2x2;
         const std::string_view method = info.isMosaic() ? nameOf(options.debayer) : "";
         return Result::refused(OrvErrorNotImplemented, "%.*s%s%.*s%s does not become %.*s: %s%s", length(info.name),
                                info.name.data(), info.isMosaic() ? " by " : "", length(method), method.data(),
                                options.matrix ? " and a matrix" : "", length(nameOf(output)), nameOf(output).data(),
-                               used > 0 ? "it becomes " : "",
-                               used > 0    ? list
-                               : isLimited ? "the method is for mosaics of 8 bits"
-                                           : "it becomes nothing");
+                               "it becomes ", used > 0 ? list : "nothing");
     }
 
     static Result checkSizes(const FormatInfo& info, Size size, const Picture& picture, const Options& options) {
@@ -158,7 +154,8 @@ private:
         height_ = frame.size().height;
         phase_ = info.isMosaic() ? phaseOf(info.bayer) : 0;
         isMirrored_ = frame.isMirrored();
-        isOverwritable_ = frame.isOverwritable() && source_.areDense && !isMirrored_;
+        takesTopBits_ = takesTopBits(info.format, picture.output(), options);
+        isOverwritable_ = frame.isOverwritable() && source_.areDense && !isMirrored_ && !takesTopBits_;
         hasMatrix_ = options.matrix.has_value();
         swapsChannels_ = picture.output() == Output::Rgb48;
         hasFourth_ = bitsPerPixel(picture.output()) == 32;
@@ -175,7 +172,8 @@ private:
                        from_.ImageInfo.PixelInfo.BitsUsed == 16 && options.byteOrder == ByteOrder::Little &&
                        output >= OrvOutputBgr24 && output <= OrvOutputRgba32;
         const bool hasWholeLines = static_cast<std::uint64_t>(width_) * info.bits() % 8 == 0;
-        way_ = source_.areDense && target_.areDense && !isMirrored_                   ? Way::Direct
+        way_ = takesTopBits_                                                          ? Way::Gathered
+               : source_.areDense && target_.areDense && !isMirrored_                 ? Way::Direct
                : rule_ == Rule::Run && hasWholeLines && !isMirrored_ && !readsBeyond_ ? Way::ByLine
                                                                                       : Way::Gathered;
     }
@@ -191,6 +189,16 @@ private:
             from_.ImageInfo.PixelInfo.BitsUsed = options.bitsUsed.value_or(info_->bitsUsed);
             from_.ImageInfo.PixelInfo.Alignment = static_cast<std::uint32_t>(options.alignment);
             from_.ImageInfo.PixelInfo.Endianness = static_cast<std::uint32_t>(options.byteOrder);
+        }
+        if (takesTopBits_) {
+            // The samples without their mosaic become Mono8 first.
+            samples_ = from_;
+            OrvPixelInfo& pixel = samples_.ImageInfo.PixelInfo;
+            pixel.BayerPattern = OrvBayerPatternNone;
+            pixel.PixelLayout = info_->layout == OrvPixelLayoutRaw         ? OrvPixelLayoutMono
+                                : info_->layout == OrvPixelLayoutRawPacked ? OrvPixelLayoutMonoPacked
+                                                                           : OrvPixelLayoutMonoP;
+            OrvSetImageInfoFromPixelFormat(static_cast<std::uint32_t>(mosaicOf8Bits(*info_).format), 1, 1, &from_);
         }
         if (options.matrix)
             OrvSetColorCorrectionMatrix3x3(options.matrix->data(), &option_);
@@ -279,7 +287,7 @@ private:
     }
 
     OrvErrorType stream(std::byte* scratch) const {
-        const std::byte* const source = isOverwritable_ ? source_.first : gather(0, height_, scratch, true);
+        const std::byte* const source = isOverwritable_ ? source_.first : gather(0, height_, scratch);
         if (target_.areDense) {
             setAlpha(0, height_);
             return call(target_.first, source, 0, width_, height_);
@@ -291,10 +299,24 @@ private:
         return result;
     }
 
-    // Lines in dense memory: where they are, or copied.
-    const std::byte* gather(std::int64_t from, std::int64_t to, std::byte* scratch,
-                            bool isToBeOverwritten = false) const {
-        if (source_.areDense && !isMirrored_ && !readsBeyond_ && !isToBeOverwritten) return sourceAt(from);
+    // Lines in dense memory: where they are, or copied; of deep mosaics that only the top bits are wanted of, these.
+    const std::byte* gather(std::int64_t from, std::int64_t to, std::byte* scratch) const {
+        const std::byte* const lines = isCopied() ? copy(from, to, scratch) : sourceAt(from);
+        if (!takesTopBits_) return lines;
+        std::byte* const mosaic = scratch + copyScratch();
+        OrvImage samples = samples_, grey{};
+        grey.Size = sizeof grey;
+        const auto count = static_cast<std::uint32_t>(to - from);
+        OrvSetImageInfoOutput(OrvOutputMono8, static_cast<std::uint32_t>(width_), count, &grey);
+        samples.ImageInfo.Width = grey.ImageInfo.Width;
+        samples.ImageInfo.Height = count;
+        samples.Data = const_cast<std::byte*>(lines);
+        grey.Data = mosaic;
+        OrvImageTransform(&samples, &grey, nullptr, 0); // which takes all sizes that mosaics may have
+        return mosaic;
+    }
+
+    std::byte* copy(std::int64_t from, std::int64_t to, std::byte* scratch) const {
         for (std::int64_t y = from; y < to; ++y) {
             std::byte* const line = scratch + static_cast<std::size_t>(y - from) * source_.length;
             if (isMirrored_)
@@ -356,10 +378,14 @@ private:
         const std::int64_t lines = isStream() ? height_ : std::min(2 * stripLines() + 4, height_);
         return static_cast<std::uint64_t>(lines);
     }
+    bool isCopied() const {
+        if (isStream() && !takesTopBits_) return !isOverwritable_;
+        return (isStream() || way_ == Way::Gathered) && (!source_.areDense || isMirrored_ || readsBeyond_);
+    }
+    std::size_t copyScratch() const { return isCopied() ? padded(plus(times(scratchLines(), source_.length), 1)) : 0; }
     std::size_t sourceScratch() const {
-        const bool isCopied =
-            isStream() ? !isOverwritable_ : way_ == Way::Gathered && (!source_.areDense || isMirrored_ || readsBeyond_);
-        return isCopied ? padded(plus(times(scratchLines(), source_.length), 1)) : 0;
+        const std::uint64_t mosaic = takesTopBits_ ? times(scratchLines(), static_cast<std::uint64_t>(width_)) : 0;
+        return static_cast<std::size_t>(plus(copyScratch(), padded(mosaic)));
     }
     std::size_t targetScratch() const {
         if (isStream()) return target_.areDense ? 0 : padded(times(scratchLines(), target_.length));
@@ -376,9 +402,9 @@ private:
     Rule rule_ = Rule::Run;
     Way way_ = Way::Direct;
     bool isMirrored_ = false, isOverwritable_ = false, hasMatrix_ = false, swapsChannels_ = false, hasFourth_ = false,
-         readsBeyond_ = false;
+         readsBeyond_ = false, takesTopBits_ = false;
     std::optional<std::uint8_t> alpha_;
-    OrvImage from_{}, to_{};
+    OrvImage from_{}, to_{}, samples_{};
     OrvTransformInfo option_{};
 };
 
