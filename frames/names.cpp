@@ -28,7 +28,7 @@ std::size_t distance(std::string_view a, std::string_view b) {
 } // namespace
 
 bool sameName(std::string_view a, std::string_view b) {
-    return std::ranges::equal(a, b, [](char x, char y) { return lower(x) == lower(y); });
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [](char x, char y) { return lower(x) == lower(y); });
 }
 
 std::string suggestion(std::string_view name, std::span<const std::string_view> known) {

@@ -185,8 +185,9 @@ std::span<const PixelFormat> pixelFormats() {
 const PixelFormat& cygm8() { return cygmFormat; }
 
 const PixelFormat* pixelFormatWithCode(OrvPixelFormatType code) {
-    const auto found = std::ranges::find(pixelFormats(), code, &PixelFormat::code);
-    return found == pixelFormats().end() ? nullptr : &*found;
+    for (const PixelFormat& format : pixelFormats())
+        if (format.code == code) return &format;
+    return nullptr;
 }
 
 std::optional<PixelFormat> findPixelFormat(std::string_view name) {

@@ -1,30 +1,21 @@
 #include "adjustments.h"
 
-#include <charconv>
-#include <cmath>
+#include <algorithm>
 #include <vector>
 
 #include "errors.h"
+#include "numbers.h"
 
 namespace tool {
 
 namespace {
 
-// Numbers with commas between them. Throws UsageError, which says what is expected.
+// Throws UsageError, which says what is expected.
 std::vector<float> numbers(const std::string& option, const std::string& text, std::size_t count, float least,
                            float most, const std::string& expected) {
-    std::vector<float> list;
-    const char *at = text.data(), *const end = at + text.size();
-    while (list.size() < count) {
-        float number = 0;
-        const auto [next, error] = std::from_chars(at, end, number);
-        if (error != std::errc{} || !std::isfinite(number) || number < least || number > most) break;
-        list.push_back(number);
-        at = next;
-        if (at == end || *at != ',') break;
-        ++at;
-    }
-    if (list.size() == count && at == end) return list;
+    const auto list = parseNumbers(text);
+    const auto allowed = [&](float number) { return number >= least && number <= most; };
+    if (list && list->size() == count && std::all_of(list->begin(), list->end(), allowed)) return *list;
     throw UsageError(option + " takes " + expected + ", not '" + text + "'");
 }
 
@@ -80,7 +71,7 @@ void Adjustments::setCurve(const std::string& text) {
         curve_ = {picture::Curve::power, numbers("--gamma", text, 1, .1f, 10, "0.1 to 10, or srgb").front()};
 }
 
-void Adjustments::apply(LinearImage& image, const std::optional<Matrix>& matrix) const {
+picture::Settings Adjustments::settingsFor(const LinearImage& image, const std::optional<Matrix>& matrix) const {
     picture::Settings settings;
     settings.black = black_ ? *black_ : picture::measureBlack(image.samples);
     if (whiteBalance_)
@@ -93,7 +84,11 @@ void Adjustments::apply(LinearImage& image, const std::optional<Matrix>& matrix)
         picture::measureStretch(image.samples, image.channels, stretch_->first / 100., stretch_->second / 100.,
                                 settings);
     settings.curve = curve_;
-    picture::develop(image.samples, image.channels, settings);
+    return settings;
+}
+
+void Adjustments::apply(LinearImage& image, const std::optional<Matrix>& matrix) const {
+    picture::develop(image.samples, image.channels, settingsFor(image, matrix));
 }
 
 } // namespace tool

@@ -22,7 +22,8 @@ public:
 
     bool any() const { return any_; }
 
-    // All that is asked for, and the matrix, if any, between white balance and exposure.
+    // All that is asked for, measured where it is to be, and the matrix, if any, between white balance and exposure.
+    picture::Settings settingsFor(const LinearImage& image, const std::optional<Matrix>& matrix) const;
     void apply(LinearImage& image, const std::optional<Matrix>& matrix) const;
 
 private:

@@ -4,18 +4,14 @@
 #include <string>
 #include <vector>
 
-#include "adjustments.h"
 #include "frame_options.h"
 #include "picture.h"
+#include "recipe.h"
 
 namespace tool {
 
-struct ConvertOptions {
+struct ConvertOptions : RecipeOptions {
     FrameOptions frame;
-    std::string output; // empty: what suits the source and the file type
-    std::string debayer, matrix, flip;
-    AdjustmentOptions adjustments;
-    bool deinterlace = false, half = false;
     std::string type; // empty: by the file name
     bool raw = false;
     Encoding encoding;

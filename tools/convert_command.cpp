@@ -11,7 +11,6 @@
 #include "errors.h"
 #include "input.h"
 #include "progress.h"
-#include "recipe.h"
 #include "tasks.h"
 
 namespace tool {
@@ -187,6 +186,20 @@ void makeDirectory(const fs::path& directory) {
     if (error) throw Error("cannot make the directory " + directory.string() + ": " + error.message());
 }
 
+// The file type that the options name; empty if the ending of the output's name does.
+std::string fileTypeName(const ConvertOptions& options) {
+    if (options.raw) return "raw";
+    return options.type.empty() && !options.directory.empty() ? "png" : options.type;
+}
+
+FileType chosenType(const ConvertOptions& options) {
+    if (const std::string name = fileTypeName(options); !name.empty()) return fileTypeNamed(name);
+    const fs::path& path = options.files.back();
+    if (fs::is_directory(path))
+        throw UsageError("'" + path.string() + "' is a directory; give it with --output-directory");
+    return fileTypeOf(path, "rename it or use --type");
+}
+
 // All frames go into one file, one after the other.
 bool isSequence(FileType type, const ConvertOptions& options) {
     return type == FileType::y4m || (type == FileType::raw && options.directory.empty() && options.files.back() == "-");
@@ -218,7 +231,7 @@ ConvertOptions withFilesOfDirectories(const ConvertOptions& options) {
 
 void convertCommand(const ConvertOptions& given) {
     if (given.files.size() < 2 && given.directory.empty()) requireFiles(given, false);
-    const FileType type = fileTypeOf(given);
+    const FileType type = chosenType(given);
     const bool sequence = isSequence(type, given);
     requireFiles(given, sequence);
     const ConvertOptions options = withFilesOfDirectories(given);
@@ -230,7 +243,7 @@ void convertCommand(const ConvertOptions& given) {
     std::string said;
     for (Task& task : planTasks(options.files, options.directory, fileTypeName(options), planes, sequence)) {
         Input input(task.input, options.frame, layout);
-        Recipe recipe = recipeFor(input.frame(), options);
+        Recipe recipe = recipeFor(input.frame(), options, type);
         if (const std::string words = remark(recipe, input.frame()); !words.empty() && words != said) {
             std::fprintf(stderr, "orvella: %s: %s\n", inputName(task.input).c_str(), words.c_str());
             said = words;

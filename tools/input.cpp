@@ -5,6 +5,7 @@
 
 #include "errors.h"
 #include "fitting.h"
+#include "frames/named.h"
 #include "frames/names.h"
 #include "transform.h"
 
@@ -13,45 +14,6 @@ namespace tool {
 namespace {
 
 namespace fs = std::filesystem;
-
-std::vector<std::string> partsOf(const std::string& name) {
-    std::vector<std::string> parts(1);
-    for (const char c : name) {
-        if (c == '_' || c == '-' || c == '.' || c == ' ')
-            parts.emplace_back();
-        else
-            parts.back() += c;
-    }
-    return parts;
-}
-
-// A pixel format's name begins with a letter; "lsb" behind it is what words are anyway.
-std::optional<PixelFormat> formatIn(std::string text) {
-    if (text.empty() || !std::isalpha(static_cast<unsigned char>(text[0]))) return {};
-    if (text.size() > 3 && sameName(text.substr(text.size() - 3), "lsb")) text.resize(text.size() - 3);
-    return findPixelFormat(text);
-}
-
-// What a name like "x_BayerRG12p_2448x2048.raw" says.
-struct Named {
-    std::optional<PixelFormat> format;
-    std::optional<Size> size;
-};
-Named named(const fs::path& path) {
-    const std::vector<std::string> parts = partsOf(path.stem().string());
-    Named result;
-    for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (!result.size) result.size = parseSize(parts[i]);
-        std::string joined; // the longest: YUV422_8_UYVY has three parts
-        std::optional<PixelFormat> format;
-        for (std::size_t j = i; j < std::min(i + 3, parts.size()); ++j) {
-            joined += (joined.empty() ? "" : "_") + parts[j];
-            if (const auto found = formatIn(joined)) format = found;
-        }
-        if (!result.format) result.format = format;
-    }
-    return result;
-}
 
 FrameFormat inHeader(const fs::path& path, const FrameOptions& options, FrameFormat frame) {
     if (!options.size.empty() && sizeNamed(options.size).pixels() != frame.size.pixels())
@@ -74,7 +36,7 @@ FrameFormat frameOf(const fs::path& path, const FrameOptions& options, const std
         rest.bigEndian |= frame.bigEndian;
         return rest.frame(frame.pixels, frame.size);
     }
-    const Named name = named(path);
+    const Named name = named(path.stem().string());
     const auto format = options.format.empty() ? name.format : pixelFormatNamed(options.format);
     const auto size = options.size.empty() ? name.size : sizeNamed(options.size);
     if (!format || !size) {

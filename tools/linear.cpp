@@ -65,47 +65,52 @@ std::vector<std::uint16_t> reducedColours(const FrameFormat& frame, Bytes source
     return widened(bytesOf(plainMosaic(frame, "8"), std::move(shallow), "RGB24", {debayer}));
 }
 
-std::uint16_t sampleOf(const LinearImage& linear, std::size_t pixel, unsigned channel) {
-    return linear.samples[linear.channels == 1 ? pixel : 3 * pixel + channel];
-}
-
-std::uint16_t greyOf(const LinearImage& linear, std::size_t pixel, bool rec709) {
-    if (linear.channels == 1) return linear.samples[pixel];
-    const unsigned red = sampleOf(linear, pixel, 0), green = sampleOf(linear, pixel, 1),
-                   blue = sampleOf(linear, pixel, 2);
-    return static_cast<std::uint16_t>(
-        (rec709 ? 54 * red + 184 * green + 18 * blue : 77 * red + 150 * green + 29 * blue) >> 8);
-}
-
-// Which channels an output has, in memory order: r, g, b, opaque alpha, y grey, Y grey by BT.709; and its bits.
-struct Arrangement {
-    std::string_view channels;
-    unsigned bits;
-};
-Arrangement arrangementOf(OrvOutputCode output) {
+// Which channels an output has, in memory order: r, g, b, opaque alpha, y grey, Y grey by BT.709.
+std::string_view channelsOf(OrvOutputCode output) {
     switch (output) {
-    case OrvOutputMono8: return {"y", 8};
-    case OrvOutputMono8Rec709: return {"Y", 8};
-    case OrvOutputMono16: return {"y", 16};
-    case OrvOutputMono16Rec709: return {"Y", 16};
-    case OrvOutputBgr24: return {"bgr", 8};
-    case OrvOutputRgb24: return {"rgb", 8};
-    case OrvOutputBgra32: return {"bgra", 8};
-    case OrvOutputRgba32: return {"rgba", 8};
-    case OrvOutputBgr48: return {"bgr", 16};
-    default: return {"rgb", 16};
+    case OrvOutputMono8:
+    case OrvOutputMono16: return "y";
+    case OrvOutputMono8Rec709:
+    case OrvOutputMono16Rec709: return "Y";
+    case OrvOutputBgra32: return "bgra";
+    case OrvOutputRgba32: return "rgba";
+    case OrvOutputBgr24:
+    case OrvOutputBgr48: return "bgr";
+    default: return "rgb";
     }
 }
 
-std::uint16_t channelOf(const LinearImage& linear, std::size_t pixel, char channel) {
-    switch (channel) {
-    case 'y': return greyOf(linear, pixel, false);
-    case 'Y': return greyOf(linear, pixel, true);
-    case 'r': return sampleOf(linear, pixel, 0);
-    case 'g': return sampleOf(linear, pixel, 1);
-    case 'b': return sampleOf(linear, pixel, 2);
-    default: return 0xFFFF;
+// Writes one channel of every pixel; `valueOf` takes the samples of a pixel.
+template <class Value>
+void writeChannel(const LinearImage& linear, Image& image, std::size_t channel, const Value& valueOf) {
+    const auto [channels, bits] = shapeOf(image.output);
+    const std::size_t bytes = bits / 8, step = channels * bytes;
+    std::uint8_t* to = image.bytes.data() + channel * bytes;
+    const std::uint16_t *from = linear.samples.data(), *const end = from + linear.samples.size();
+    for (; from < end; from += linear.channels, to += step) {
+        const unsigned value = valueOf(from);
+        to[bytes - 1] = static_cast<std::uint8_t>(value >> 8);
+        if (bytes == 2) to[0] = static_cast<std::uint8_t>(value & 0xFF);
     }
+}
+
+void writeChannel(const LinearImage& linear, Image& image, std::size_t channel, char name) {
+    const auto write = [&](const auto& valueOf) { writeChannel(linear, image, channel, valueOf); };
+    const bool grey = linear.channels == 1;
+    const auto sample = [&](std::size_t c) { write([c](const std::uint16_t* p) { return unsigned{p[c]}; }); };
+    switch (name) {
+    case 'a': return write([](const std::uint16_t*) { return 0xFFFFu; });
+    case 'y':
+        if (!grey) return write([](const std::uint16_t* p) { return (77u * p[0] + 150u * p[1] + 29u * p[2]) >> 8; });
+        break;
+    case 'Y':
+        if (!grey) return write([](const std::uint16_t* p) { return (54u * p[0] + 184u * p[1] + 18u * p[2]) >> 8; });
+        break;
+    case 'g': return sample(grey ? 0 : 1);
+    case 'b': return sample(grey ? 0 : 2);
+    default: break;
+    }
+    sample(0);
 }
 
 } // namespace
@@ -129,16 +134,11 @@ std::string reduction(const FrameFormat& frame, const DebayerMode& debayer) {
 }
 
 Image imageOf(const LinearImage& linear, const Output& output) {
-    const auto [channels, bits] = arrangementOf(output.code);
-    Image image{output, linear.size, {}};
-    image.bytes.reserve(linear.size.pixels() * channels.size() * bits / 8);
-    for (std::size_t pixel = 0; pixel < linear.size.pixels(); ++pixel) {
-        for (const char channel : channels) {
-            const std::uint16_t value = channelOf(linear, pixel, channel);
-            if (bits == 16) image.bytes.push_back(static_cast<std::uint8_t>(value & 0xFF));
-            image.bytes.push_back(static_cast<std::uint8_t>(value >> 8));
-        }
-    }
+    const auto [channels, bits] = shapeOf(output);
+    Image image{output, linear.size, Bytes(linear.size.pixels() * channels * bits / 8)};
+    const std::string_view names = channelsOf(output.code);
+    for (std::size_t channel = 0; channel < names.size(); ++channel)
+        writeChannel(linear, image, channel, names[channel]);
     return image;
 }
 

@@ -28,6 +28,22 @@ constexpr std::size_t planeOutputCount = 2; // at the end
 
 } // namespace
 
+Shape shapeOf(const Output& output) {
+    switch (output.code) {
+    case OrvOutputMono8:
+    case OrvOutputMono8Rec709: return {1, 8};
+    case OrvOutputMono16:
+    case OrvOutputMono16Rec709: return {1, 16};
+    case OrvOutputBgr24:
+    case OrvOutputRgb24: return {3, 8};
+    case OrvOutputBgr48:
+    case OrvOutputRgb48: return {3, 16};
+    case OrvOutputBgra32:
+    case OrvOutputRgba32: return {4, 8};
+    default: return {0, 8};
+    }
+}
+
 std::span<const Output> outputs() { return std::span(outputTable).first(std::size(outputTable) - planeOutputCount); }
 std::span<const Output> planeOutputs() { return std::span(outputTable).last(planeOutputCount); }
 

@@ -19,6 +19,12 @@ struct Output {
     std::string_view planes = ""; // a picture for each of these letters; for none, a single picture
 };
 
+// No channels: U Y V Y, of which no picture is made.
+struct Shape {
+    unsigned channels, bits; // of a pixel, of a channel
+};
+Shape shapeOf(const Output& output);
+
 std::span<const Output> outputs();      // 11, by their code
 std::span<const Output> planeOutputs(); // 2
 

@@ -1,9 +1,8 @@
-// Pictures and the files that hold them.
+// Pictures, and what files hold of them.
 #pragma once
-#include <filesystem>
 #include <optional>
 
-#include "conversion.h"
+#include "file_types.h"
 
 namespace tool {
 
@@ -16,20 +15,6 @@ struct Picture {
 
     std::size_t rowBytes() const { return std::size_t{size.width} * channels * bits / 8; }
 };
-
-enum class FileType { png, pgm, ppm, pnm, tiff, y4m, raw };
-
-// "png", "tif", ..., whatever the case of its letters. Throws UsageError.
-FileType fileTypeNamed(const std::string& name);
-// By the ending of the name; PNG for "-". Throws UsageError, which advises what to do.
-FileType fileTypeOf(const std::filesystem::path& path, const std::string& advice = "rename it");
-
-// Throws UsageError if files of this type cannot hold the output. Raw files hold every one.
-void requireHolds(FileType type, const Output& output);
-
-// The output that shows as much of the frame as the file type can: RGB24 or, if that is not offered, BGR48; Mono8 or
-// Mono16.
-Output suitableOutput(const FrameFormat& frame, FileType type, const Processing& processing = {});
 
 struct Encoding {
     std::optional<unsigned> compression; // 0 to 9, of PNG and TIFF; otherwise what is quick

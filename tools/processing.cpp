@@ -1,11 +1,10 @@
 #include "processing.h"
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 
 #include "errors.h"
 #include "frames/names.h"
+#include "numbers.h"
 
 namespace tool {
 
@@ -32,14 +31,6 @@ constexpr NamedMatrix matrixTable[] = {
     {"grey", {r, g, b, r, g, b, r, g, b}},
 };
 
-// Reads a comma and a number from the beginning of the text and removes them.
-bool takeNumber(std::string_view& text, float& number) {
-    if (!text.starts_with(',')) return false;
-    const auto [end, error] = std::from_chars(text.data() + 1, text.data() + text.size(), number);
-    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
-    return error == std::errc{} && std::isfinite(number);
-}
-
 } // namespace
 
 std::span<const DebayerMode> debayerModes() { return debayerTable; }
@@ -55,11 +46,12 @@ Matrix parseMatrix(const std::string& text) {
     for (const NamedMatrix& named : matrixTable) {
         if (sameName(named.name, text)) return named.matrix;
     }
-    const std::string list = "," + text;
-    std::string_view rest = list;
     Matrix matrix{};
-    const bool valid = std::ranges::all_of(matrix, [&](float& number) { return takeNumber(rest, number); });
-    if (valid && rest.empty()) return matrix;
+    const auto list = parseNumbers(text);
+    if (list && list->size() == matrix.size()) {
+        std::copy(list->begin(), list->end(), matrix.begin());
+        return matrix;
+    }
     throw UsageError("'" + text +
                      "' is no matrix; give nine numbers, row by row, like 1.2,-0.1,-0.1,0,1,0,0,0,1.1; or "
                      "identity, swap-red-blue, grey");

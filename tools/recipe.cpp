@@ -10,9 +10,7 @@ namespace tool {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-Processing processingOf(const ConvertOptions& options, const FrameFormat& frame) {
+Processing processingOf(const RecipeOptions& options, const FrameFormat& frame) {
     Processing processing;
     if (!options.debayer.empty()) {
         if (!isMosaic(frame.pixels.samples))
@@ -58,24 +56,11 @@ std::vector<Image> makeImages(const Recipe& recipe, const FrameFormat& frame, By
 
 } // namespace
 
-std::string fileTypeName(const ConvertOptions& options) {
-    if (options.raw) return "raw";
-    return options.type.empty() && !options.directory.empty() ? "png" : options.type;
-}
-
-FileType fileTypeOf(const ConvertOptions& options) {
-    if (const std::string name = fileTypeName(options); !name.empty()) return fileTypeNamed(name);
-    const fs::path& path = options.files.back();
-    if (fs::is_directory(path))
-        throw UsageError("'" + path.string() + "' is a directory; give it with --output-directory");
-    return fileTypeOf(path, "rename it or use --type");
-}
-
-Recipe recipeFor(const FrameFormat& frame, const ConvertOptions& options) {
+Recipe recipeFor(const FrameFormat& frame, const RecipeOptions& options, FileType type) {
     Recipe recipe{.processing = processingOf(options, frame),
                   .adjustments = Adjustments(options.adjustments, frame),
                   .output = {},
-                  .type = fileTypeOf(options)};
+                  .type = type};
     recipe.twoSteps = recipe.adjustments.any() || needsTwoSteps(frame, recipe.processing);
     recipe.output = options.output.empty() ? chooseOutput(frame, recipe) : outputNamed(options.output);
     requireHolds(recipe.type, recipe.output);

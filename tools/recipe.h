@@ -1,11 +1,18 @@
 // What happens to a frame on its way to a picture.
 #pragma once
 #include "adjustments.h"
-#include "commands.h"
+#include "file_types.h"
 #include "geometry.h"
-#include "picture.h"
 
 namespace tool {
+
+// As the user says it; empty texts: not given.
+struct RecipeOptions {
+    std::string output; // otherwise what suits the source and the file type
+    std::string debayer, matrix, flip;
+    AdjustmentOptions adjustments;
+    bool deinterlace = false, half = false;
+};
 
 struct Recipe {
     bool deinterlace = false;
@@ -19,12 +26,8 @@ struct Recipe {
     bool twoSteps = false;
 };
 
-// The file type that the options name; empty if the ending of the output's name does.
-std::string fileTypeName(const ConvertOptions& options);
-
 // Throws UsageError.
-FileType fileTypeOf(const ConvertOptions& options);
-Recipe recipeFor(const FrameFormat& frame, const ConvertOptions& options);
+Recipe recipeFor(const FrameFormat& frame, const RecipeOptions& options, FileType type);
 
 // A remark on what the steps cost, or nothing.
 std::string remark(const Recipe& recipe, const FrameFormat& frame);
