@@ -166,6 +166,21 @@ void addConvert(CLI::App& program) {
     command.callback([options] { convertCommand(*options); });
 }
 
+void addGuess(CLI::App& program) {
+    CLI::App& command = addCommand(program, "guess", "Propose formats and sizes for a dump that says nothing",
+                                   "Usage: orvella guess [OPTIONS] FILE");
+    const auto options = std::make_shared<GuessOptions>();
+    command.footer("The best guess comes first. Nothing in a dump tells red from blue: both are named.\n"
+                   "\n"
+                   "Example:\n"
+                   "  orvella guess --sheet candidates.png dump.bin");
+    add(command, "--sheet", options->sheet, "PICTURE", "Show them, side by side, numbered as in the list");
+    add(command, "--skip", options->skip, "BYTES", "What stands before the frame");
+    add(command, "-n,--count", options->count, "N", "How many, by default 6")->check(CLI::Range(1, 99));
+    command.add_option("FILE", options->file, "The dump of one frame; - is standard input")->required();
+    command.callback([options] { guessCommand(*options); });
+}
+
 // ---- Frames that are made or taken
 
 void addChart(CLI::App& program) {
@@ -249,6 +264,7 @@ int runCommandLine(int argc, char** argv) {
     program.set_version_flag("--version", "orvella " ORVELLA_VERSION_STRING, "Print the version and exit");
     program.require_subcommand(1);
     addConvert(program);
+    addGuess(program);
     addChart(program);
     addGrab(program);
     addListings(program);

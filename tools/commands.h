@@ -29,6 +29,13 @@ struct ChartOptions {
 };
 void chartCommand(const ChartOptions& options);
 
+struct GuessOptions {
+    std::filesystem::path file, sheet; // no sheet: empty
+    std::uint64_t skip = 0;
+    std::size_t count = 6;
+};
+void guessCommand(const GuessOptions& options);
+
 struct GrabOptions {
     std::string camera; // empty: the first real one, or else the simulated one
     std::string format, size;

@@ -75,6 +75,41 @@ TEST_F(Inputs, MayBeADirectory) {
     EXPECT_EQ(files().size(), 6u);
 }
 
+// A soft scene with noise; colours differ.
+unsigned sampleOfScene(unsigned x, unsigned y, unsigned channel) {
+    static unsigned random = 1;
+    random = random * 1664525 + 1013904223;
+    const double light = 2048 + 900 * std::sin(x / 17. + channel) + 700 * std::cos(y / 13. + 2 * channel);
+    return static_cast<unsigned>(light) + (random >> 27);
+}
+
+TEST_F(Inputs, AreGuessed) {
+    std::map<std::string, std::string> frames;
+    const auto append = [&](const std::string& name, std::initializer_list<unsigned> bytes) {
+        for (const unsigned byte : bytes) frames[name] += static_cast<char>(byte & 0xFF);
+    };
+    for (unsigned y = 0; y < 234; ++y) {
+        for (unsigned x = 0; x < 310; ++x) {
+            const unsigned grey = sampleOfScene(x, y, 0),
+                           mosaic = sampleOfScene(x, y, x % 2 == y % 2 ? 1 : 2 * (y % 2));
+            append("Mono8", {grey >> 4});
+            append("Mono12", {grey, grey >> 8});
+            append("BayerGR12", {mosaic, mosaic >> 8});
+            append("Bgr8", {grey >> 4, sampleOfScene(x, y, 1) >> 4, sampleOfScene(x, y, 2) >> 4});
+            if (x % 2 == 0) continue;
+            const unsigned before = sampleOfScene(x - 1, y, 0);
+            append("Mono12p", {before, before >> 8 | grey << 4, grey >> 4});
+            append("Mono12Packed", {before >> 4, (before & 15) | grey << 4, grey >> 4});
+        }
+    }
+    for (const auto& [name, frame] : frames) {
+        const std::string list = succeed("guess --sheet sheet.png -", frame).out, first = " -f " + name + " -s 310x234";
+        EXPECT_LT(list.find(first), list.find("\n 2 ")) << name << "\n" << list;
+        EXPECT_GT(readPng(path("sheet.png")).height, 260u);
+    }
+    EXPECT_EQ(run("guess -", std::string(1009, 'x')).code, 1);
+}
+
 // Small frames, and what becomes of them.
 TEST_F(Inputs, AreAdjusted) {
     const std::string grey("\x0A\x14\x28\xFA", 4), rgb("\x10\x20\x30\x20\x40\x60", 6);

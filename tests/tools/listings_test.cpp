@@ -55,7 +55,7 @@ TEST_F(Listings, AFullDiskIsNoticed) {
 }
 
 TEST_F(Listings, EveryCommandExplainsItself) {
-    for (const std::string command : {"", "convert", "formats", "info", "chart", "grab", "cameras"})
+    for (const std::string command : {"", "convert", "formats", "info", "chart", "grab", "cameras", "guess"})
         EXPECT_NE(succeed(command + " --help").out.find("Usage: orvella " + command), std::string::npos) << command;
 }
 

@@ -1,0 +1,308 @@
+#include "picture/guess.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdlib>
+
+namespace picture {
+
+namespace {
+
+using Dump = std::span<const std::uint8_t>;
+using Index = std::int64_t;
+
+// ---- How samples lie
+
+struct Layout {
+    Storage storage;
+    Kind kind;
+};
+constexpr Layout layouts[] = {
+    {Storage::bytes, Kind::grey},        {Storage::bytes, Kind::mosaic},        {Storage::bytes, Kind::rgb},
+    {Storage::bytes, Kind::rgba},        {Storage::bytes, Kind::yuv411},        {Storage::bytes, Kind::yuv422},
+    {Storage::littleEndian, Kind::grey}, {Storage::littleEndian, Kind::mosaic}, {Storage::bigEndian, Kind::grey},
+    {Storage::bigEndian, Kind::mosaic},  {Storage::packed12, Kind::grey},       {Storage::packed12, Kind::mosaic},
+    {Storage::stream10, Kind::grey},     {Storage::stream10, Kind::mosaic},     {Storage::stream12, Kind::grey},
+    {Storage::stream12, Kind::mosaic},
+};
+
+int bitsOf(Storage storage) {
+    switch (storage) {
+    case Storage::bytes: return 8;
+    case Storage::stream10: return 10;
+    case Storage::packed12:
+    case Storage::stream12: return 12;
+    default: return 16;
+    }
+}
+
+// Samples for `pixels` pixels.
+struct Ratio {
+    int samples, pixels;
+};
+Ratio ratioOf(Kind kind) {
+    switch (kind) {
+    case Kind::rgb:
+    case Kind::yuv444: return {3, 1};
+    case Kind::rgba: return {4, 1};
+    case Kind::yuv411: return {6, 4};
+    case Kind::yuv422: return {2, 1};
+    default: return {1, 1};
+    }
+}
+
+int sampleAt(Dump dump, Storage storage, Index i) {
+    const auto byte = [&](Index at) { return int{dump[static_cast<std::size_t>(at)]}; };
+    switch (storage) {
+    case Storage::bytes: return byte(i);
+    case Storage::littleEndian: return byte(2 * i) | byte(2 * i + 1) << 8;
+    case Storage::bigEndian: return byte(2 * i) << 8 | byte(2 * i + 1);
+    case Storage::packed12: {
+        const int middle = byte(i / 2 * 3 + 1);
+        return byte(i / 2 * 3 + i % 2 * 2) << 4 | (i % 2 ? middle >> 4 : middle & 15);
+    }
+    case Storage::stream10: return (byte(i * 10 / 8) | byte(i * 10 / 8 + 1) << 8) >> (i * 10 % 8) & 0x3FF;
+    default: return (byte(i * 12 / 8) | byte(i * 12 / 8 + 1) << 8) >> (i * 12 % 8) & 0xFFF;
+    }
+}
+
+// How far to the left the next sample of the same colour lies, in samples.
+Index leftOf(Kind kind, Index i) {
+    switch (kind) {
+    case Kind::grey: return 1;
+    case Kind::mosaic: return 2;
+    case Kind::rgba: return 4;
+    case Kind::yuv422: return i % 2 ? 2 : 4;                       // U Y V Y
+    case Kind::yuv411: return i % 3 == 0 ? 6 : i % 3 == 1 ? 2 : 1; // U Y Y V Y Y
+    default: return 3;
+    }
+}
+
+// ---- What a model costs
+
+constexpr int runLength = 32, runs = 500;
+
+class Random { // the same numbers every time
+public:
+    Index below(Index limit) {
+        state_ = state_ * 6364136223846793005u + 1442695040888963407u;
+        return static_cast<Index>((state_ >> 33) % static_cast<std::uint64_t>(limit));
+    }
+
+private:
+    std::uint64_t state_ = 1;
+};
+
+// From the left, above, and above the left: the median of what they and their plane say.
+int predicted(int left, int above, int diagonal) {
+    const auto [least, most] = std::minmax(left, above);
+    return std::clamp(left + above - diagonal, least, most);
+}
+
+// Bits for a sample whose residuals are of such a mean size, of a two-sided geometric distribution.
+double bitsFor(double residual, int sampleBits) {
+    return std::min(std::log2(1 + 2 * 2.718 * residual), static_cast<double>(sampleBits));
+}
+
+// Bits for a sample, by runs of samples here and there.
+double costOf(Dump dump, const Layout& layout, Index width, Index height) {
+    const Ratio ratio = ratioOf(layout.kind);
+    const Index row = width * ratio.samples / ratio.pixels, above = layout.kind == Kind::mosaic ? 2 * row : row;
+    const Index firstRow = above / row, margin = 6;
+    if (row < margin + runLength + 2 || height <= firstRow) return 1e9;
+    const int bits = bitsOf(layout.storage), modulus = 1 << bits;
+    Random random;
+    double sum = 0;
+    for (int run = 0; run < runs; ++run) {
+        const Index y = firstRow + random.below(height - firstRow);
+        const Index start = y * row + margin + random.below(row - margin - runLength);
+        int residuals = 0;
+        for (Index i = start; i < start + runLength; ++i) {
+            const Index left = leftOf(layout.kind, i - y * row);
+            const auto sample = [&](Index at) { return sampleAt(dump, layout.storage, at); };
+            const int residual =
+                std::abs(sample(i) - predicted(sample(i - left), sample(i - above), sample(i - above - left)));
+            residuals += std::min(residual, modulus - residual);
+        }
+        sum += bitsFor(static_cast<double>(residuals) / runLength, bits);
+    }
+    return sum / runs;
+}
+
+// ---- Sizes
+
+// What is usual counts as if it saved some bits of each byte.
+double strangeness(Index width, Index height, std::span<const UsualSize> usual) {
+    const double aspect = static_cast<double>(std::max(width, height)) / static_cast<double>(std::min(width, height));
+    double strange = .02 + .1 * std::max(0., std::log2(aspect / 1.8)) + (width < height ? .01 : 0);
+    for (const UsualSize& size : usual)
+        if (size.width == width && size.height == height) strange = 0;
+    return strange;
+}
+
+// Whether the fourth of every four bytes is nearly always the same, as that of a camera that sends opaque pixels.
+bool hasAlpha(Dump dump) {
+    std::array<int, 256> counts{};
+    Random random;
+    constexpr int looks = 1000;
+    for (int i = 0; i < looks; ++i)
+        ++counts[dump[static_cast<std::size_t>(random.below(static_cast<Index>(dump.size()) / 4) * 4 + 3)]];
+    return *std::ranges::max_element(counts) > .9 * looks;
+}
+
+// What speaks against a storage, as bits for each byte: words use the bits from one to another; and if they leave the
+// highest ones alone, as samples of 10 to 14 bits do, they are hardly pairs of bytes.
+double doubtsOf(Dump dump, Storage storage) {
+    unsigned low = 0, high = 0;
+    for (std::size_t i = 0; i + 1 < dump.size(); i += 2) low |= dump[i], high |= dump[i + 1];
+    if (storage == Storage::bytes) return low > 0xF && high < 0x40 ? .2 : 0;
+    if (storage != Storage::littleEndian && storage != Storage::bigEndian) return 0;
+    const unsigned used = storage == Storage::littleEndian ? low | high << 8 : high | low << 8;
+    return std::has_single_bit((used >> std::countr_zero(used | 0x10000)) + 1) ? 0 : .5;
+}
+
+// Pixels of such a dump; none if it does not end with a whole one.
+Index pixelsOf(Dump dump, const Layout& layout) {
+    const Ratio ratio = ratioOf(layout.kind);
+    const Index bits = static_cast<Index>(dump.size()) * 8, sample = bitsOf(layout.storage);
+    const Index samples = bits / sample;
+    const bool whole = (samples * sample + 7) / 8 * 8 == bits && samples * ratio.pixels % ratio.samples == 0;
+    if (layout.kind == Kind::rgba && !hasAlpha(dump)) return 0;
+    return whole ? samples * ratio.pixels / ratio.samples : 0;
+}
+
+bool fits(const Layout& layout, Index width, Index height) {
+    constexpr Index shortest = 8, narrowest = 16;
+    if (width < narrowest || height < shortest || width > 64 * height || height > 64 * width) return false;
+    switch (layout.kind) {
+    case Kind::mosaic: return width % 2 == 0 && height % 2 == 0;
+    case Kind::yuv422: return width % 2 == 0;
+    case Kind::yuv411: return width % 4 == 0;
+    default: return true;
+    }
+}
+
+// ---- What else can be seen of the best
+
+// How alike two series of samples are: their correlation, less what their means differ by.
+class Likeness {
+public:
+    void add(double a, double b) {
+        sums_[0] += a, sums_[1] += b, squares_[0] += a * a, squares_[1] += b * b, products_ += a * b;
+        ++count_;
+    }
+    double value() const {
+        const double a = sums_[0] / count_, b = sums_[1] / count_;
+        const double variances = (squares_[0] / count_ - a * a) * (squares_[1] / count_ - b * b);
+        return (products_ / count_ - a * b) / std::sqrt(std::max(variances, 1e-9)) - std::abs(a - b) / (a + b + 1e-9);
+    }
+
+private:
+    double sums_[2]{}, squares_[2]{}, products_ = 0, count_ = 0;
+};
+
+// Of the four samples of a mosaic's cell, the greens are the two that are more alike, on one diagonal.
+bool greenFirst(Dump dump, Storage storage, Index width, Index height) {
+    Random random;
+    Likeness main, other;
+    for (int i = 0; i < 20000; ++i) {
+        const Index at = random.below(height / 2) * 2 * width + random.below(width / 2) * 2;
+        const auto sample = [&](Index offset) { return sampleAt(dump, storage, at + offset); };
+        main.add(sample(0), sample(width + 1));
+        other.add(sample(1), sample(width));
+    }
+    return main.value() > other.value();
+}
+
+// How strongly channels vary, and their means.
+struct ChannelStatistics {
+    std::array<double, 3> mean{}, variance{};
+    double covariance = 0; // of the outer two channels with the middle one, the smaller
+};
+ChannelStatistics statisticsOf(Dump dump) {
+    ChannelStatistics s;
+    Random random;
+    constexpr int count = 20000;
+    const Index pixels = static_cast<Index>(dump.size()) / 3;
+    std::array<double, 2> products{};
+    for (int i = 0; i < count; ++i) {
+        const std::size_t at = static_cast<std::size_t>(random.below(pixels)) * 3;
+        for (std::size_t c = 0; c < 3; ++c) {
+            s.mean[c] += dump[at + c] / double{count};
+            s.variance[c] += dump[at + c] * dump[at + c] / double{count};
+        }
+        products[0] += dump[at] * dump[at + 1] / double{count};
+        products[1] += dump[at + 2] * dump[at + 1] / double{count};
+    }
+    for (std::size_t c = 0; c < 3; ++c) s.variance[c] -= s.mean[c] * s.mean[c];
+    s.covariance = std::min(products[0] - s.mean[0] * s.mean[1], products[1] - s.mean[2] * s.mean[1]);
+    return s;
+}
+
+// Chroma stays near 128 and does not follow luma, which lies between.
+bool looksLikeYuv444(const ChannelStatistics& s) {
+    const bool nearMiddle = std::abs(s.mean[0] - 128) < 40 && std::abs(s.mean[2] - 128) < 40;
+    const bool calm = s.variance[0] < .5 * s.variance[1] && s.variance[2] < .5 * s.variance[1];
+    return nearMiddle && calm && s.covariance < .5 * s.variance[1];
+}
+
+// Which bits of words are used. A few samples may be out of range.
+void setBits(Dump dump, Guess& guess) {
+    guess.bits = static_cast<unsigned>(bitsOf(guess.storage));
+    if (guess.bits != 16) return;
+    const Index count = static_cast<Index>(dump.size()) / 2;
+    Index samplesOfLength[17] = {};
+    unsigned used = 0;
+    for (Index i = 0; i < count; ++i) {
+        const auto sample = static_cast<unsigned>(sampleAt(dump, guess.storage, i));
+        used |= sample;
+        ++samplesOfLength[std::bit_width(sample)];
+    }
+    int top = 16;
+    for (Index above = samplesOfLength[16]; top > 0 && above <= count / 25000; above += samplesOfLength[--top]) {
+    }
+    const int bottom = std::countr_zero(used);
+    const auto depth = [](int bits) { return bits <= 10 ? 10u : bits <= 12 ? 12u : bits <= 14 ? 14u : 16u; };
+    guess.highBits = top == 16 && bottom >= 2 && bottom <= 6;
+    guess.bits = depth(guess.highBits ? 16 - bottom : top);
+}
+
+void describe(Dump dump, Guess& guess) {
+    setBits(dump, guess);
+    if (guess.kind == Kind::mosaic) guess.greenFirst = greenFirst(dump, guess.storage, guess.width, guess.height);
+    if (guess.kind != Kind::rgb) return;
+    const ChannelStatistics statistics = statisticsOf(dump);
+    if (looksLikeYuv444(statistics)) guess.kind = Kind::yuv444;
+    guess.redFirst = statistics.mean[0] >= statistics.mean[2];
+}
+
+} // namespace
+
+std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_t count) {
+    std::vector<Guess> guesses;
+    for (const Layout& layout : layouts) {
+        const Index pixels = pixelsOf(dump, layout);
+        const double samplesInByte = 8. / bitsOf(layout.storage), doubts = doubtsOf(dump, layout.storage);
+        for (Index width = 1; width * width <= pixels; ++width) {
+            if (pixels % width != 0) continue;
+            for (const Index w : {width, pixels / width}) {
+                if (!fits(layout, w, pixels / w)) continue;
+                const double cost =
+                    costOf(dump, layout, w, pixels / w) * samplesInByte + strangeness(w, pixels / w, usual) + doubts;
+                guesses.push_back({layout.storage, layout.kind, 8, false, false, true, static_cast<std::uint32_t>(w),
+                                   static_cast<std::uint32_t>(pixels / w), cost});
+                if (width * width == pixels) break;
+            }
+        }
+    }
+    const auto better = [](const Guess& a, const Guess& b) { return a.cost < b.cost; };
+    const std::size_t kept = std::min(count, guesses.size());
+    std::partial_sort(guesses.begin(), guesses.begin() + static_cast<std::ptrdiff_t>(kept), guesses.end(), better);
+    guesses.resize(kept);
+    for (Guess& one : guesses) describe(dump, one);
+    return guesses;
+}
+
+} // namespace picture
