@@ -51,3 +51,5 @@ step "Tests with the thread sanitizer" run_tests tsan
 $all || exit 0
 
 # ---- What takes longer
+scripts/packages.sh web
+step "WebAssembly" web/run_tests.sh

@@ -8,8 +8,12 @@ set(ORVELLA_FEATURES_baseline "") # SSE2, which every x86-64 has
 set(ORVELLA_FEATURES_sse4 ssse3 sse4.1)
 set(ORVELLA_FEATURES_avx2 avx2)
 set(ORVELLA_FEATURES_avx512 avx512f avx512bw avx512vl avx512vbmi avx512vnni) # Ice Lake, Zen 4 and later
+if(EMSCRIPTEN)
+  set(ORVELLA_LEVELS sse4) # by emscripten's headers, in WebAssembly's vectors of 16 bytes
+endif()
 
-set(ORVELLA_SIMD_LEVEL avx512 CACHE STRING "Highest instruction-set level that is built")
+list(GET ORVELLA_LEVELS -1 top)
+set(ORVELLA_SIMD_LEVEL ${top} CACHE STRING "Highest instruction-set level that is built")
 set_property(CACHE ORVELLA_SIMD_LEVEL PROPERTY STRINGS ${ORVELLA_LEVELS})
 list(FIND ORVELLA_LEVELS "${ORVELLA_SIMD_LEVEL}" top)
 if(top EQUAL -1)
@@ -22,9 +26,11 @@ list(SUBLIST ORVELLA_LEVELS 0 ${count} ORVELLA_LEVELS) # from here on those that
 set(levels "")
 foreach(level IN LISTS ORVELLA_LEVELS)
   set(condition true)
-  foreach(feature IN LISTS ORVELLA_FEATURES_${level})
-    string(APPEND condition " && __builtin_cpu_supports(\"${feature}\")")
-  endforeach()
+  if(NOT EMSCRIPTEN) # where a machine that lacks them does not load the module
+    foreach(feature IN LISTS ORVELLA_FEATURES_${level})
+      string(APPEND condition " && __builtin_cpu_supports(\"${feature}\")")
+    endforeach()
+  endif()
   string(APPEND levels " \\\n    X(${level}, ${condition} __VA_OPT__(, ) __VA_ARGS__)")
 endforeach()
 set(ORVELLA_GENERATED ${PROJECT_BINARY_DIR}/generated)
@@ -41,6 +47,9 @@ function(orvella_add_kernels)
       ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
     target_compile_definitions(${kernels} PRIVATE KEL_LEVEL=${level})
     list(TRANSFORM ORVELLA_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE flags)
+    if(EMSCRIPTEN)
+      list(APPEND flags -msimd128)
+    endif()
     # No link-time optimisation: it could mix code of one level into another.
     target_compile_options(${kernels} PRIVATE ${flags} -O3 -Wno-psabi -fno-lto)
     list(APPEND libraries ${kernels})

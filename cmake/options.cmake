@@ -4,6 +4,7 @@ target_compile_features(orvella_options INTERFACE cxx_std_20)
 target_compile_options(orvella_options INTERFACE
   -Wall -Wextra -Wconversion -Wshadow -Wmissing-declarations
   -ffp-contract=off # a fused multiply-add would change the double-precision formulas
+  $<$<BOOL:${EMSCRIPTEN}>:-Wno-shorten-64-to-32> # sizes that are computed with 64 bits, of what is in memory
   $<$<BOOL:${ORVELLA_WERROR}>:-Werror>)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)

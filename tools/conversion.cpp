@@ -47,7 +47,8 @@ std::string excess(const FrameFormat& frame, const Bytes& source) {
     unsigned largest = 0;
     std::size_t count = 0;
     for (std::size_t i = 0; i + 1 < source.size(); i += 2) {
-        const unsigned sample = frame.bigEndian ? source[i] << 8u | source[i + 1] : source[i + 1] << 8u | source[i];
+        const unsigned first = source[i], second = source[i + 1];
+        const unsigned sample = frame.bigEndian ? first << 8 | second : second << 8 | first;
         largest = std::max(largest, sample);
         count += sample > limit ? 1 : 0;
     }

@@ -27,11 +27,14 @@ bool isOfferedAtAll(const FrameFormat& frame, const Processing& processing) {
     return false;
 }
 
-// A mosaic's matrix or mode that the library has for other mosaics only.
-bool needsTwoSteps(const FrameFormat& frame, const Processing& processing) {
+// A mosaic's matrix or mode that the library has for other mosaics, or other outputs, only. No output: what suits.
+bool needsTwoSteps(const FrameFormat& frame, const Processing& processing, const Output* output) {
     const bool special = processing.matrix || processing.debayer.code != OrvDebayerMode2x2;
     const bool both = processing.matrix && processing.debayer.code != OrvDebayerMode2x2;
-    return isMosaic(frame.pixels.samples) && special && (both || !isOfferedAtAll(frame, processing));
+    if (!isMosaic(frame.pixels.samples) || !special) return false;
+    if (both) return true;
+    const bool pixels = output && output->planes.empty() && output->code != OrvOutputYuv422;
+    return pixels ? !isOffered(frame, *output, processing) : !isOfferedAtAll(frame, processing);
 }
 
 Output chooseOutput(const FrameFormat& frame, const Recipe& recipe) {
@@ -61,8 +64,9 @@ Recipe recipeFor(const FrameFormat& frame, const RecipeOptions& options, FileTyp
                   .adjustments = Adjustments(options.adjustments, frame),
                   .output = {},
                   .type = type};
-    recipe.twoSteps = recipe.adjustments.any() || needsTwoSteps(frame, recipe.processing);
-    recipe.output = options.output.empty() ? chooseOutput(frame, recipe) : outputNamed(options.output);
+    const Output* const wanted = options.output.empty() ? nullptr : &outputNamed(options.output);
+    recipe.twoSteps = recipe.adjustments.any() || needsTwoSteps(frame, recipe.processing, wanted);
+    recipe.output = wanted ? *wanted : chooseOutput(frame, recipe);
     requireHolds(recipe.type, recipe.output);
     if (recipe.twoSteps && recipe.output.code == OrvOutputYuv422) {
         throw UsageError("YUV422 is not made of adjusted or deep mosaics; choose another output (-t), like RGB24");

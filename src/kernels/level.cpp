@@ -21,7 +21,9 @@ const char* nameOf(Level level) {
 }
 
 Level highestLevel() {
+#if !defined(__EMSCRIPTEN__)
     __builtin_cpu_init();
+#endif
     // __builtin_cpu_supports also asks whether the operating system saves the registers.
 #define KEL_CONDITION(level, condition) condition,
     const bool machineHas[] = {KEL_LEVELS(KEL_CONDITION)};

@@ -217,7 +217,9 @@ INLINE Words fill(int k) { return Words{} + static_cast<u16>(k); }
 // g++ would turn a product with a constant it sees into shifts and additions, which is slower.
 INLINE Words times(Words v, int k) {
     Words factor = fill(k);
+#if !defined(__EMSCRIPTEN__)
     asm("" : "+x"(factor));
+#endif
     return v * factor;
 }
 

@@ -1,0 +1,17 @@
+// How often samples occur.
+#pragma once
+#include <span>
+
+#include "json.h"
+#include "linear.h"
+
+namespace web {
+
+// Of what the camera gave, for each colour, with the least, the mean and the greatest: a JSON list of {name, least,
+// mean, most, counts}, 256 counts over all values that samples can have.
+std::string sensorHistograms(const tool::FrameFormat& frame, std::span<const std::uint8_t> bytes);
+
+// Of a picture with 8 bits for a channel, likewise.
+std::string pictureHistograms(std::span<const std::uint8_t> bytes, unsigned channels);
+
+} // namespace web
