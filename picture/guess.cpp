@@ -149,7 +149,7 @@ bool hasAlpha(Dump dump) {
     constexpr int looks = 1000;
     for (int i = 0; i < looks; ++i)
         ++counts[dump[static_cast<std::size_t>(random.below(static_cast<Index>(dump.size()) / 4) * 4 + 3)]];
-    return *std::ranges::max_element(counts) > .9 * looks;
+    return *std::max_element(std::begin(counts), std::end(counts)) > .9 * looks;
 }
 
 // What speaks against a storage, as bits for each byte: words use the bits from one to another; and if they leave the

@@ -89,6 +89,8 @@ export interface Orvella {
   formats(): PixelFormat[];
   /** What a file's name, like "x_BayerRG12p_2448x2048.raw", says. */
   named(name: string): { format?: string; size?: string; bitsUsed?: number };
+  /** What a dump without a header may hold, from its bytes alone, the best first. */
+  guess(bytes: ArrayBuffer | ArrayBufferView, count?: number): (Frame & { size: string })[];
   /** Bytes of a stored frame and of its rows, 0 if they are not whole bytes. */
   stored(frame: Frame): { frame: number; row: number };
 

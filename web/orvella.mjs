@@ -75,6 +75,10 @@ class Orvella {
     return this.#json("named", name.replace(/\.[^.]*$/, ""));
   }
 
+  guess(bytes, count = 5) {
+    return this.#json("guess", undefined, bytes, count);
+  }
+
   stored(frame) {
     return this.#json("stored", frame);
   }
@@ -116,7 +120,7 @@ class Orvella {
       }
       if (bytes !== undefined) {
         borrowed.push(this.#lend(asBytes(bytes)));
-        given.push(borrowed[1], bytes.byteLength);
+        given.push(borrowed.at(-1), bytes.byteLength);
       }
       if (!this.#exports[`orvella_${name}`](...given, ...numbers)) throw new Error(this.#text());
     } finally {

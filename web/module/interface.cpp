@@ -9,6 +9,7 @@
 #include "errors.h"
 #include "frames/named.h"
 #include "frames/samples.h"
+#include "guesses.h"
 #include "json.h"
 #include "offers.h"
 #include "session.h"
@@ -63,6 +64,16 @@ std::string describeFormats() {
     return "[" + list + describe(frames::cygm8()) + "]";
 }
 
+std::string describe(const tool::FrameFormat& frame) {
+    JsonObject object;
+    object.add("format", frame.pixels.name).add("size", frames::text(frame.size));
+    if (frame.pixels.bits != frames::findPixelFormat(frame.pixels.name)->bits)
+        object.add("bitsUsed", frame.pixels.bits);
+    if (frame.bigEndian) object.add("bigEndian", true);
+    if (frame.msbAligned) object.add("msbAligned", true);
+    return object.text();
+}
+
 std::string describeMeasured(const picture::Settings& settings, const tool::FrameFormat& frame) {
     const float unit = frame.pixels.bits == 8 ? 257 : static_cast<float>(1 << (16 - frame.pixels.bits));
     return JsonObject()
@@ -112,6 +123,19 @@ EXPORT(orvella_named) bool named(const char* stem) {
         }
         if (found.size) object.add("size", frames::text(*found.size));
         text = object.text();
+    });
+}
+
+// What a dump without a header may hold, the best first: a list of {format, size, bitsUsed, bigEndian, msbAligned},
+// switches only if they are set.
+EXPORT(orvella_guess) bool guess(const std::uint8_t* data, std::size_t size, std::size_t count) {
+    return attempt([&] {
+        std::string list;
+        for (const tool::FrameGuess& found : tool::guessFrames({data, data + size}, count)) {
+            for (const tool::FrameFormat& frame : found.frames)
+                list.append(list.empty() ? "" : ",").append(describe(frame));
+        }
+        text = "[" + list + "]";
     });
 }
 

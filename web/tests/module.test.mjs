@@ -78,6 +78,8 @@ test("padded rows, histograms, names", async () => {
   assert.match(warning, /1 samples are above the 1023 of 10 bits/);
   assert.deepEqual(orvella.named("rose_BayerRG14lsb_768x512.raw"), { format: "BayerRG16", bitsUsed: 14, size: "768x512" });
   assert.deepEqual(orvella.named("nothing.bin"), {});
+  const guesses = orvella.guess(program("chart", "-f", "Mono12p", "-s", "320x240", "-"));
+  assert.deepEqual(guesses[0], { format: "Mono12p", size: "320x240" });
 });
 
 test("what is wrong is said, and nothing breaks", () => {
