@@ -151,7 +151,7 @@ void addConvert(CLI::App& program) {
                                   "File type, if the name of the output does not say it by its ending");
     command.add_flag("--raw", options->raw, "Write plain bytes, like --type raw")->excludes(type);
     add(command, "--compression", options->encoding.compression, "N",
-        "Of PNG (3 by default) and TIFF (0): 0 none, 1 quick to 9 small")
+        "Of PNG (1 by default) and TIFF (0): 0 none, 1 quick to 9 small")
         ->check(CLI::Range(0, 9));
     add(command, "--fps", options->encoding.framesPerSecond, "N", "Frames a second of Y4M, by default 25")
         ->check(CLI::Range(1, 10000));

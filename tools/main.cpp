@@ -1,6 +1,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <malloc.h>
 #include <new>
 #include <string>
 
@@ -17,6 +18,12 @@ int complain(const char* message, int code) {
     return code;
 }
 
+// The buffers of a frame serve the next one, instead of going back to the system, which would clear them again.
+void reuseBuffers() {
+    ::mallopt(M_MMAP_THRESHOLD, 1 << 30);
+    ::mallopt(M_TRIM_THRESHOLD, 1 << 30);
+}
+
 // What was printed may not have arrived, on a full disk for example.
 void finishOutput() {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
@@ -27,6 +34,7 @@ void finishOutput() {
 
 int main(int argc, char** argv) {
     try {
+        reuseBuffers();
         tool::guardTemporaryFiles();
         const int code = tool::runCommandLine(argc, argv);
         finishOutput();

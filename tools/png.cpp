@@ -10,9 +10,9 @@ namespace tool {
 
 namespace {
 
-// With the simplest filter that sees the row above, a third of the time that the library's own choices take, for files of
-// the same size.
-constexpr int usualLevel = 3;
+// The quickest level with the simplest filter that sees the row above: of a noisy 5-megapixel picture half the time of
+// level 3, for a file that is a twelfth larger. More costs more than all the rest of a conversion.
+constexpr int usualLevel = 1;
 constexpr int filter = PNG_FILTER_UP;
 
 struct PngFile {
