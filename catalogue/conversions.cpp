@@ -255,13 +255,13 @@ std::vector<Conversion> all() {
 
     const Source bayer16 = mosaic("Bayer16", OrvPixelFormatBayerRG16, OrvPixelFormatBayerGB16, OrvPixelFormatBayerGR16,
                                   OrvPixelFormatBayerBG16);
+    const Source bayer10 = mosaic("Bayer10", OrvPixelFormatBayerRG10, OrvPixelFormatBayerGB10, OrvPixelFormatBayerGR10,
+                                  OrvPixelFormatBayerBG10);
     const Source bayer12 = mosaic("Bayer12", OrvPixelFormatBayerRG12, OrvPixelFormatBayerGB12, OrvPixelFormatBayerGR12,
                                   OrvPixelFormatBayerBG12);
     const Source bayer12Packed = mosaic("Bayer12Packed", OrvPixelFormatBayerRG12Packed, OrvPixelFormatBayerGB12Packed,
                                         OrvPixelFormatBayerGR12Packed, OrvPixelFormatBayerBG12Packed);
-    list.add(mosaic("Bayer10", OrvPixelFormatBayerRG10, OrvPixelFormatBayerGB10, OrvPixelFormatBayerGR10,
-                    OrvPixelFormatBayerBG10),
-             {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
+    list.add(bayer10, {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
     list.add(bayer12, {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
     list.add(bigEndian(bayer12), {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
     list.add(bayer16, {0, 1, 2, 3, 4, 5, 7, 8, 9}, "2x2");
@@ -291,6 +291,7 @@ std::vector<Conversion> all() {
     list.add(rgb("RGBA8", OrvPixelFormatRgba8), {1, 2, 3, 4}, "matrix", matrix());
     list.add(rgb("BGRA8", OrvPixelFormatBgra8), {1, 2, 3, 4}, "matrix", matrix());
     list.add(ofAnySize(bayer8), {0, 1, 3, 5}, "matrix", matrix());
+    list.add(ofAnySize(bayer10), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bayer12), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bayer16), {7, 8, 9}, "matrix", matrix());
     list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix());

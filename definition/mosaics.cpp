@@ -160,6 +160,7 @@ void addMosaics(Table& table) {
     table.add("Bayer8 matrix", OrvOutputMono8Rec709, corrected<Byte8, byteOfSum, OrvOutputMono8>);
     table.add("Bayer8 matrix", OrvOutputBgr24, corrected<Byte8, byteOfSum, OrvOutputBgr24>);
     table.add("Bayer8 matrix", OrvOutputRgb24, corrected<Byte8, byteOfSum, OrvOutputRgb24>);
+    addCorrectedWords<Word<10, false>>(table, "Bayer10");
     addCorrectedWords<Word<12, false>>(table, "Bayer12");
     addCorrectedWords<Word<16, false>>(table, "Bayer16");
     addCorrectedWords<Words16>(table, "Bayer16 big-endian");

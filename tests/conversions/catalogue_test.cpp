@@ -5,14 +5,14 @@
 #include <array>
 #include <cstring>
 
+#include "catalogue/colour_matrix.h"
 #include "catalogue/conversions.h"
 #include "definition/outputs.h"
 #include "frame/pixel_formats.h"
 
 namespace {
 
-constexpr const char* debayerModes[] = {"2x2", "3x3", "LCAA", "LCAAV", "YUV422"};
-constexpr std::uint32_t side = 12, outputs = 11;
+constexpr std::uint32_t side = 12;
 
 OrvImage imageOf(OrvPixelFormatType format, void* data) {
     OrvImage image{sizeof image, data, {}};
@@ -34,27 +34,35 @@ bool isListed(OrvPixelFormatType format, std::uint32_t output, const std::string
     });
 }
 
-bool isConverted(OrvPixelFormatType format, std::uint32_t output, OrvDebayerMode mode) {
+bool isConverted(OrvPixelFormatType format, std::uint32_t output, const OrvTransformInfo& option) {
     static std::array<std::uint8_t, std::size_t{side} * side * 6 + 1> from, to;
     const OrvImage source = imageOf(format, from.data());
     OrvImage destination{sizeof destination, to.data(), {}};
     EXPECT_EQ(OrvSetImageInfoOutput(output, side, side, &destination), OrvErrorSuccess);
-    OrvTransformInfo debayer{};
-    EXPECT_EQ(OrvSetDebayerMode(mode, &debayer), OrvErrorSuccess);
-    return OrvImageTransform(&source, &destination, &debayer, 1) == OrvErrorSuccess;
+    return OrvImageTransform(&source, &destination, &option, 1) == OrvErrorSuccess;
+}
+
+void expectListedIfConverted(const kel::PixelFormat& format, const std::string& method,
+                             const OrvTransformInfo& option) {
+    for (std::uint32_t output = 0; output < std::size(definition::outputs); ++output)
+        EXPECT_EQ(isListed(format.code, output, method), isConverted(format.code, output, option))
+            << format.name << " to output " << output << " by " << method;
 }
 
 TEST(Catalogue, ListsEveryTransform) {
-    for (const kel::PixelFormat& format : kel::pixelFormats())
-        for (std::uint32_t output = 0; output < outputs; ++output) {
-            const bool mosaic = format.pattern != OrvBayerPatternNone;
-            EXPECT_EQ(isListed(format.code, output, mosaic ? "2x2" : ""), isConverted(format.code, output, 0))
-                << format.name << " to output " << output;
-            if (format.layout != OrvPixelLayoutRaw || format.bitsUsed != 8) continue;
-            for (const OrvDebayerMode mode : {1U, 2U, 3U, 4U})
-                EXPECT_EQ(isListed(format.code, output, debayerModes[mode]), isConverted(format.code, output, mode))
-                    << format.name << " to output " << output << " by " << debayerModes[mode];
+    constexpr const char* debayerModes[] = {"2x2", "3x3", "LCAA", "LCAAV", "YUV422"};
+    OrvTransformInfo none{}, matrix{};
+    OrvSetColorCorrectionMatrix3x3(catalogue::colourMatrix, &matrix);
+    for (const kel::PixelFormat& format : kel::pixelFormats()) {
+        expectListedIfConverted(format, format.pattern == OrvBayerPatternNone ? "" : "2x2", none);
+        expectListedIfConverted(format, "matrix", matrix);
+        if (format.layout != OrvPixelLayoutRaw || format.bitsUsed != 8) continue;
+        for (const OrvDebayerMode mode : {1U, 2U, 3U, 4U}) {
+            OrvTransformInfo debayer{};
+            OrvSetDebayerMode(mode, &debayer);
+            expectListedIfConverted(format, debayerModes[mode], debayer);
         }
+    }
 }
 
 } // namespace

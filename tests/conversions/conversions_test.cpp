@@ -173,7 +173,7 @@ TEST_P(Conversions, OfEverySize) {
 // Wide mosaics are made in strips.
 TEST_P(Conversions, OfWideMosaics) {
     if (conversion().patterns == 1) return;
-    for (const std::uint32_t width : {4096, 4097, 4098, 4099, 4100, 8194}) {
+    for (const std::uint32_t width : {4096U, 4097U, 4098U, 4099U, 4100U, 8194U}) {
         if (width % conversion().widthStep != 0) continue;
         check(input({width, 2}, 1, Contents::noise), {Place::atStart});
         check(input({width, 2}, 2, Contents::noise), {Place::atEnd});

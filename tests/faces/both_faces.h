@@ -3,8 +3,9 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
-#include <ranges>
+#include <sstream>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -82,12 +83,8 @@ public:
             for (const std::intptr_t value : rule.refused) expectRefused(with(good_, rule, value), rule, nullptr);
         }
         for (std::size_t i = 0; i < rules_.size(); ++i)
-            for (const Rule& second : rules_ | std::views::drop(i + 1)) {
-                if (rules_[i].position == second.position) continue;
-                for (const std::intptr_t value : rules_[i].refused)
-                    for (const std::intptr_t other : second.refused)
-                        expectRefused(with(with(good_, rules_[i], value), second, other), rules_[i], &second);
-            }
+            for (std::size_t j = i + 1; j < rules_.size(); ++j)
+                if (rules_[i].position != rules_[j].position) checkOrder(rules_[i], rules_[j]);
     }
 
 private:
@@ -103,6 +100,12 @@ private:
         }
         (std::index_sequence_for<Args...>());
         return arguments;
+    }
+
+    void checkOrder(const Rule& first, const Rule& second) const {
+        for (const std::intptr_t value : first.refused)
+            for (const std::intptr_t other : second.refused)
+                expectRefused(with(with(good_, first, value), second, other), first, &second);
     }
 
     template <class Function> static auto call(Function function, const Arguments& arguments) {
