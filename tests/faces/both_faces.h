@@ -5,8 +5,8 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <sstream>
-#include <tuple>
+#include <functional>
+#include <initializer_list>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -65,17 +65,32 @@ inline void* const to = memory.data();
 inline void* const from = memory.data() + memory.size() / 2;
 inline void* plane(std::size_t k) { return memory.data() + 1024 * k; }
 
-template <class... Args> class BothFaces {
-public:
-    using Arguments = std::tuple<Args...>;
+// A function of any signature, called with values for all its arguments.
+using Call = std::function<std::uint32_t(const Values&)>;
 
-    BothFaces(const char* name, OrvErrorType (*orv)(Args...), std::uint32_t (*zeb)(Args...), Arguments good,
-              std::vector<Rule> rules, std::uint32_t goodAnswer)
-        : name_(name), orv_(orv), zeb_(zeb), good_(std::move(good)), rules_(std::move(rules)), answer_(goodAnswer) {}
+template <class Answer, class... Args> Call callOf(Answer (*function)(Args...)) {
+    return [function](const Values& values) {
+        const auto argument = []<class T>(std::type_identity<T>, std::intptr_t value) {
+            if constexpr (std::is_pointer_v<T>)
+                return reinterpret_cast<T>(value);
+            else
+                return static_cast<T>(value);
+        };
+        return [&]<std::size_t... i>(std::index_sequence<i...>) {
+            return static_cast<std::uint32_t>(function(argument(std::type_identity<Args>(), values.at(i))...));
+        }
+        (std::index_sequence_for<Args...>());
+    };
+}
+
+class BothFaces {
+public:
+    BothFaces(Call current, Call legacy, Values good, std::vector<Rule> rules, std::uint32_t goodAnswer)
+        : current_(std::move(current)), legacy_(std::move(legacy)), good_(std::move(good)), rules_(std::move(rules)),
+          answer_(goodAnswer) {}
 
     // The rules stand in the order of the checks: of two bad arguments the first one's is the answer.
     void check() const {
-        SCOPED_TRACE(name_);
         expectTaken(good_, true);
         for (const Rule& rule : rules_) {
             for (const std::intptr_t value : rule.taken) expectTaken(with(good_, rule, value), true);
@@ -88,67 +103,60 @@ public:
     }
 
 private:
-    template <class T> static void assign(T& argument, std::intptr_t value) {
-        if constexpr (std::is_pointer_v<T>)
-            argument = reinterpret_cast<T>(value);
-        else
-            argument = static_cast<T>(value);
+    static Values with(Values values, const Rule& rule, std::intptr_t value) {
+        values.at(rule.position - 1) = value;
+        return values;
     }
-    static Arguments with(Arguments arguments, const Rule& rule, std::intptr_t value) {
-        [&]<std::size_t... i>(std::index_sequence<i...>) {
-            ((i + 1 == rule.position ? assign(std::get<i>(arguments), value) : void()), ...);
-        }
-        (std::index_sequence_for<Args...>());
-        return arguments;
-    }
-
     void checkOrder(const Rule& first, const Rule& second) const {
         for (const std::intptr_t value : first.refused)
             for (const std::intptr_t other : second.refused)
                 expectRefused(with(with(good_, first, value), second, other), first, &second);
     }
 
-    template <class Function> static auto call(Function function, const Arguments& arguments) {
+    static std::uint32_t call(const Call& function, const Values& values) {
         memory = contents();
-        return std::apply(function, arguments);
+        return function(values);
     }
-    static std::string describe(const Arguments& arguments) {
-        std::ostringstream text;
-        std::apply([&](const auto&... each) { ((text << each << ' '), ...); }, arguments);
-        return text.str();
-    }
-
-    void expectTaken(const Arguments& arguments, bool writes) const {
-        SCOPED_TRACE(describe(arguments));
-        EXPECT_EQ(call(orv_, arguments), static_cast<OrvErrorType>(answer_));
+    void expectTaken(const Values& values, bool writes) const {
+        SCOPED_TRACE(::testing::PrintToString(values));
+        EXPECT_EQ(call(current_, values), answer_);
         const support::Bytes written = memory;
-        EXPECT_EQ(call(zeb_, arguments), answer_);
+        EXPECT_EQ(call(legacy_, values), answer_);
         EXPECT_TRUE(memory == written) << "the faces write different bytes";
         EXPECT_EQ(written != contents(), writes) << "bytes written";
     }
-    void expectRefused(const Arguments& arguments, const Rule& first, const Rule* second) const {
-        SCOPED_TRACE(describe(arguments));
-        const auto current = first.current == OrvErrorSuccess && second ? second->current : first.current;
-        const auto legacy = first.legacy == success && second ? second->legacy : first.legacy;
-        EXPECT_EQ(call(orv_, arguments), current);
+    void expectRefused(const Values& values, const Rule& first, const Rule* second) const {
+        SCOPED_TRACE(::testing::PrintToString(values));
+        const OrvErrorType current = first.current == OrvErrorSuccess && second ? second->current : first.current;
+        const std::uint32_t legacy = first.legacy == success && second ? second->legacy : first.legacy;
+        EXPECT_EQ(static_cast<OrvErrorType>(call(current_, values)), current);
         EXPECT_TRUE(current == OrvErrorSuccess || memory == contents());
-        EXPECT_EQ(call(zeb_, arguments), legacy);
+        EXPECT_EQ(call(legacy_, values), legacy);
         EXPECT_TRUE(legacy == success || memory == contents());
     }
 
-    const char* name_;
-    OrvErrorType (*orv_)(Args...);
-    std::uint32_t (*zeb_)(Args...);
-    Arguments good_;
+    Call current_, legacy_;
+    Values good_;
     std::vector<Rule> rules_;
     std::uint32_t answer_; // to a good call
 };
 
+// A number or a pointer.
+struct Value {
+    std::intptr_t value;
+
+    Value(const void* pointer) : value(reinterpret_cast<std::intptr_t>(pointer)) {}
+    Value(int number) : value(number) {}
+};
+
 template <class... Args>
 void checkFaces(const char* name, OrvErrorType (*orv)(Args...), std::uint32_t (*zeb)(Args...),
-                std::type_identity_t<std::tuple<Args...>> good, std::vector<Rule> rules,
-                std::uint32_t goodAnswer = success) {
-    BothFaces<Args...>(name, orv, zeb, std::move(good), std::move(rules), goodAnswer).check();
+                std::initializer_list<Value> good, std::vector<Rule> rules, std::uint32_t goodAnswer = success) {
+    SCOPED_TRACE(name);
+    ASSERT_EQ(good.size(), sizeof...(Args));
+    Values values;
+    for (const Value& argument : good) values.push_back(argument.value);
+    BothFaces(callOf(orv), callOf(zeb), std::move(values), std::move(rules), goodAnswer).check();
 }
 
 } // namespace faces

@@ -1,8 +1,6 @@
 // Every function that both faces have: a good call does the same, and refusals come in the same order.
 #include "faces/both_faces.h"
 
-#include <initializer_list>
-
 namespace {
 
 using namespace faces;
@@ -237,7 +235,7 @@ TEST(Faces, Lines) {
           buffers + Rules{refuses(8, {0, 7, -1}, {1, 6}), refuses(9, {2, -1}, {0, 1}), refuses(11, {0}),
                           refuses(3, {}, {1}, {0, -1}), refuses(5, {}, {1}, {0, -1}), refuses(7, {}, {1}, {0, -1})},
           1);
-    FACES(GetResampledScanlineLength, {static_cast<std::uint32_t*>(to), 70, 2, 3}, {null(1), refuses(4, {0})});
+    FACES(GetResampledScanlineLength, {to, 70, 2, 3}, {null(1), refuses(4, {0})});
 }
 
 // ---- Blocks and queries
@@ -252,8 +250,6 @@ TEST(Faces, Sis) {
           buffers + Rules{refuses(3, {0}), refuses(4, {0}), refuses(6, {1, -9}, {2, -10}), refuses(7, {0, 3})});
 }
 
-TEST(Faces, BitsOfAnIndex) {
-    FACES(GetBitsPerPixel, {0, static_cast<std::uint32_t*>(to)}, {refuses(1, {11, 131, -1}, {5, 128, 149}), null(2)});
-}
+TEST(Faces, BitsOfAnIndex) { FACES(GetBitsPerPixel, {0, to}, {refuses(1, {11, 131, -1}, {5, 128, 149}), null(2)}); }
 
 } // namespace
