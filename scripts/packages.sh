@@ -1,10 +1,11 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the project uses, if any is missing. This is the one list of them.
 #
-#     scripts/packages.sh [build|test|bench|package|web]     build: the library, its converter; test: what the tests need as
+#     scripts/packages.sh [build|test|bench|package|web|docs]     build: the library, its converter; test: what the tests need as
 #                                                        well; bench: the libraries to compare with, and what
 #                                                        bench/report.sh uses; package: what scripts/package.sh uses; web: the
-#                                                        module for browsers, and its tests
+#                                                        module for browsers, and its tests; docs: what makes the
+#                                                        documents' pictures
 set -euo pipefail
 
 build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
@@ -17,12 +18,14 @@ bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-d
 package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintian
     binutils libgtest-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base)
 web=("${build[@]}" emscripten nodejs)
+docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
 
 case ${1:-build} in
 test) wanted=("${test[@]}") ;;
 bench) wanted=("${bench[@]}") ;;
 package) wanted=("${package[@]}") ;;
 web) wanted=("${web[@]}") ;;
+docs) wanted=("${docs[@]}") ;;
 *) wanted=("${build[@]}") ;;
 esac
 

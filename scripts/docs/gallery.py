@@ -1,11 +1,12 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The demosaic methods side by side: photographs are made into mosaics, every method makes pictures of these, and the
 pictures are compared with the photographs. Writes the crops and the table of docs/demosaic.md.
 
     scripts/docs/gallery.py [--build build/release] [--photos folder]
 
-Needs Debian's python3-opencv, python3-skimage, python3-scipy and python3-pil, which nothing else here does. Photographs
-are <name>.png or photo_<name>.png of the folder, which is scikit-image's own unless said otherwise. The chart is ours.
+Needs the packages of 'scripts/packages.sh docs'. Photographs are <name>.png or photo_<name>.png of the folder, which is
+scikit-image's own unless said otherwise; a sensor's frame is rose_BayerRG14lsb_768x512.raw, if it is there. The chart is
+ours. What is missing is left as it is.
 """
 import argparse
 import ctypes
@@ -171,6 +172,25 @@ def sheet(tiles, window, scale, columns, path):
     result.save(path, optimize=True)
 
 
+def rose(frame, tool, all_methods, pictures):
+    """A sensor's own samples: linear, with a black level, and no truth to compare with."""
+    samples = np.fromfile(frame, "<u2").reshape(512, 768).astype(float) - 600
+    samples[0::2, 0::2] *= 2.0  # daylight: red, blue
+    samples[1::2, 1::2] *= 1.4
+    mosaic = (np.clip(samples / np.percentile(samples, 99.8), 0, 1) ** (1 / 2.2) * 255).astype(np.uint8)
+    made = [(method.name, method.convert(mosaic)) for method in all_methods]
+    window = (*interesting([picture for _, picture in made[:5]], 60, 45), 60, 45)
+    sheet([("the samples", np.dstack([mosaic] * 3)), *made], window, 4, 3, pictures / "demosaic-rose.png")
+
+    both = Image.new("RGB", (776, 256), "white")
+    for number, looks in enumerate(([], ["--auto"])):
+        with tempfile.NamedTemporaryFile(suffix=".png") as picture:
+            subprocess.run([tool, "convert", *looks, "-f", "BayerRG14", "-s", "768x512", "-t", "RGB24", frame, picture.name],
+                           check=True)
+            both.paste(Image.open(picture.name).resize((384, 256), Image.LANCZOS), (number * 392, 0))
+    both.save(pictures / "linear.jpg", quality=88)
+
+
 def table(names, all_methods, figures, colour, durations):
     head = "| | shows the scene at | " + " | ".join(names) + " | mean | false colour | PSNR, not moved | time |"
     lines = [head, "|---|---|" + ":-:|" * len(names) + ":-:|" + "--:|" * 3]
@@ -200,7 +220,8 @@ def main():
     all_methods = methods(ctypes.CDLL(str(arguments.build / "src/liborvella.so.0")))
     check_names()
 
-    chart = make_chart(arguments.build / "tools/orvella")
+    tool = arguments.build / "tools/orvella"
+    chart = make_chart(tool)
     made = [(method.name, method.convert(mosaic_of(chart))) for method in all_methods]
     colour = {name: false_colour(picture) for name, picture in made}
     sheet([("the chart", chart), *made], (462, 424, 60, 45), 4, 3, pictures / "demosaic-chart.png")
@@ -215,6 +236,9 @@ def main():
         x, y = interesting([photo, *aligned, made[3][1]], 60, 45)
         sheet([("the photograph", photo), *made], (x, y, 60, 45), 4, 3, pictures / f"demosaic-{name}.png")
         print(f"{name}: crop at {x}, {y}")
+    frame = arguments.photos / "rose_BayerRG14lsb_768x512.raw"
+    if frame.exists():
+        rose(frame, tool, all_methods, pictures)
     if names:
         replace_generated(ROOT / "docs/demosaic.md", "figures", table(names, all_methods, figures, colour, times(all_methods, photo)))
 

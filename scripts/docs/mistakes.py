@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """What a frame looks like when it is taken for something that it is not: the chart, converted with wrong options.
 
     scripts/docs/mistakes.py [build/release]        needs Debian's python3-pil
