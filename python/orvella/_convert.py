@@ -24,6 +24,7 @@ _CHANNELS = {Output.Bgr24: 3, Output.Rgb24: 3, Output.Bgr48: 3, Output.Rgb48: 3,
 _WIDE = (Output.Mono16, Output.Mono16Rec709, Output.Bgr48, Output.Rgb48)
 _ALIGNMENTS = {"high": 0, "low": 1}
 _BYTE_ORDERS = {"little": 0, "big": 1}
+_TARGET = ctypes.sizeof(_library.Image)  # where Pair has its second record
 _MONO_LAYOUTS = {2: 0, 3: 1, 13: 11}  # the same samples without their mosaic
 
 
@@ -32,25 +33,30 @@ class _Plan:
 
     def __init__(self, source: _library.Image, to: Output, option: _library.TransformInfo, shape: tuple[int, ...],
                  own: FormatInfo) -> None:
-        self.source, self.option, self.to, self.info = source, option, to, own
-        self.target = _library.Image(Size=ctypes.sizeof(_library.Image))
+        self.option, self.to, self.info, self.shape = option, to, own, shape
+        target = _library.Image(Size=ctypes.sizeof(_library.Image))
         code = Output.Bgr48 if to is Output.Rgb48 else to
-        _library.set_output_info(code, shape[1], shape[0], ctypes.byref(self.target))
-        self.shape = shape
+        _library.set_output_info(code, shape[1], shape[0], ctypes.byref(target))
+        self.records = _library.Pair(source, target)
+        self.option_address = ctypes.addressof(option)
+        self.frame_bytes = (shape[0] * shape[1] * own.bits + 7) // 8
         self.dtype = np.dtype(np.uint16 if to in _WIDE else np.uint8)
         self.line_bytes = int(np.prod(shape[1:])) * self.dtype.itemsize
         self.is_stream = False
         self.reads_beyond = False
         self.is_corrected = False
         self.eight_bits: Optional[_Plan] = None  # makes a mosaic of 8 bits first
+        self.is_plain = False  # one call does it all
 
-    def call(self, source: int, target: int, first: int, count: int, line: int) -> None:
-        """Converts `count` lines from line `first` on; `line` is the bytes of a source line."""
-        image, picture = type(self.source).from_buffer_copy(self.source), type(self.target).from_buffer_copy(self.target)
-        image.Data = source + first * line
-        picture.Data = target + first * self.line_bytes
-        image.ImageInfo.Height = picture.ImageInfo.Height = count
-        code = _library.transform(ctypes.addressof(image), ctypes.addressof(picture), ctypes.addressof(self.option), 1)
+    def call(self, source: int, target: int, count: int) -> None:
+        """Converts `count` lines. The records are this call's own: others may run at once."""
+        records = _library.Pair.from_buffer_copy(self.records)
+        image, picture = records.source, records.target
+        image.Data, picture.Data = source, target
+        if count != self.shape[0]:
+            image.ImageInfo.Height = picture.ImageInfo.Height = count
+        start = ctypes.addressof(records)
+        code = _library.transform(start, start + _TARGET, self.option_address, 1)
         if code != 0:
             raise Error(f"the library refuses the conversion: {_library.error_text(code)}", code)
 
@@ -74,8 +80,9 @@ def _is_offered(source: _library.Image, to: Output, option: _library.TransformIn
     sample.Data = ctypes.addressof(memory)
     plan = _Plan(sample, to, option, (4, 8, 6), info(PixelFormat.Mono8))
     place = ctypes.create_string_buffer(8 * 4 * 6)
-    plan.target.Data = ctypes.addressof(place)
-    return bool(_library.transform(ctypes.addressof(sample), ctypes.addressof(plan.target), ctypes.addressof(option), 1) == 0)
+    plan.records.target.Data = ctypes.addressof(place)
+    start = ctypes.addressof(plan.records)
+    return bool(_library.transform(start, start + _TARGET, ctypes.addressof(option), 1) == 0)
 
 
 def _check_words(own: FormatInfo, bits_used: Optional[int], alignment: str, byte_order: str) -> None:
@@ -151,6 +158,8 @@ def _plan(format: FormatLike, size: tuple[int, ...], what: OutputLike, debayer: 
         pixel.PixelLayout, pixel.BayerPattern = _MONO_LAYOUTS[own.layout], 255
         plan.eight_bits = _Plan(deep, Output.Mono8, _library.TransformInfo(TransformType=1), (height, width),
                                 own)
+    plan.is_plain = not (plan.is_stream or plan.is_corrected or plan.reads_beyond or deep or to is Output.Rgb48
+                         or own.is_mosaic and width % own.group)
     return plan
 
 
@@ -177,14 +186,14 @@ def _transform(plan: _Plan, source: Bytes, picture: Picture) -> None:
     if plan.reads_beyond:
         # Behind the last pixel of all stands a zero, whatever the memory holds there.
         if height > 1:
-            plan.call(start, target, 0, height - 1, line)
+            plan.call(start, target, height - 1)
         last = np.append(source[-line:], np.uint8(0))
-        plan.call(address(last), target + (height - 1) * plan.line_bytes, 0, 1, line)
+        plan.call(address(last), target + (height - 1) * plan.line_bytes, 1)
         return
     # The library counts the pixels that it corrects in 31 bits.
     step = max(0x3FFFFFFF // plan.shape[1], 1) if plan.is_corrected else height
     for first in range(0, height, step):
-        plan.call(start, target, first, min(step, height - first), line)
+        plan.call(start + first * line, target + first * plan.line_bytes, min(step, height - first))
 
 
 def convert(data: Any, format: FormatLike, size: Sequence[int], to: OutputLike = "RGB24", *,
@@ -235,7 +244,10 @@ def convert(data: Any, format: FormatLike, size: Sequence[int], to: OutputLike =
     except TypeError:  # of what cannot be a format, a size or an option at all
         raise Error(f"format, size or options of types that they cannot have: {format!r}, {size!r}, {to!r}") from None
     height, width = plan.shape[:2]
-    lines = lines_of(data, plan.info, width, height, stride)
+    # What most calls are: nothing to be copied, and one call of the library.
+    is_plain = (plan.is_plain and stride is None and type(data) is np.ndarray and data.flags.c_contiguous
+                and data.nbytes >= plan.frame_bytes and data.dtype.kind in "uib")
+    lines = data if is_plain else lines_of(data, plan.info, width, height, stride)
     if alpha is not None and not 0 <= alpha <= 255:
         raise Error(f"alpha is 0 to 255 or None, not {alpha}")
 
@@ -255,6 +267,11 @@ def convert(data: Any, format: FormatLike, size: Sequence[int], to: OutputLike =
     if has_fourth and alpha is not None:
         picture.fill(alpha)
 
+    if is_plain and (out is None or picture is out):
+        plan.call(address(lines), address(picture), height)
+        return cast(Picture, picture)
+    if is_plain:
+        lines = lines_of(data, plan.info, width, height, stride)
     source = lines if lines.ndim == 1 else np.ascontiguousarray(lines).reshape(-1)
     if plan.eight_bits is not None:
         mosaic = np.empty(width * height, np.uint8)

@@ -34,6 +34,12 @@ class Image(ctypes.Structure):
     _fields_ = [("Size", c_uint32), ("Data", c_void_p), ("ImageInfo", ImageInfo)]
 
 
+class Pair(ctypes.Structure):
+    """Both records of a call, which are copied and passed together."""
+
+    _fields_ = [("source", Image), ("target", Image)]
+
+
 class _Parameter(ctypes.Union):
     _fields_ = [("DebayerMode", c_uint32), ("Matrix", c_float * 9), ("Gamma", c_float)]
 
