@@ -100,16 +100,13 @@ public:
             placeLines(dice);
         else
             placeStream(dice);
-        if (isCut) {
-            frame = crop(*frame, left, above, size.width, size.height);
-            image = image.moved(static_cast<std::size_t>(size.width), static_cast<std::size_t>(size.height),
-                                [&](std::size_t x, std::size_t y) {
-                                    return std::pair(x + static_cast<std::size_t>(left),
-                                                     y + static_cast<std::size_t>(above));
-                                });
-        }
+        if (isCut) cut(left, above, size);
         for (int i = isWhole ? static_cast<int>(dice.roll(0, 2)) : 0; i > 0; --i)
             flipIt(Flip{static_cast<int>(dice.roll(1, 3))});
+        const std::int64_t x = dice.roll(0, 3) * group, y = dice.roll(0, 3);
+        const std::int64_t step = std::max<std::int64_t>(2, group);
+        if (isWhole && size.width > 12 * step + x && size.height > 8 + y)
+            cut(x, y, {(size.width - x) / step * step, (size.height - y) / 2 * 2});
     }
 
     naive::Image image;
@@ -142,6 +139,14 @@ private:
     void fill(std::size_t size, Dice& dice) {
         memory.emplace(size, dice.often() ? support::Place::atEnd : support::Place::atStart);
         std::ranges::copy(support::filled(size, support::Contents::noise, dice.generator()), memory->data());
+    }
+    void cut(std::int64_t x, std::int64_t y, Size size) {
+        frame = crop(*frame, x, y, size.width, size.height);
+        image =
+            image.moved(static_cast<std::size_t>(size.width), static_cast<std::size_t>(size.height),
+                        [&](std::size_t newX, std::size_t newY) {
+                            return std::pair(newX + static_cast<std::size_t>(x), newY + static_cast<std::size_t>(y));
+                        });
     }
     void flipIt(Flip flip) {
         frame = flipped(*frame, flip);
@@ -235,6 +240,46 @@ TEST(CppConvert, EqualsTheCFunctionOnADenseCopy) {
         ASSERT_TRUE(std::ranges::equal(whole, memory.bytes())) << nameOf(setting, *view.frame);
         ASSERT_TRUE(std::ranges::equal(source, view.memory->bytes())) << nameOf(setting, *view.frame);
     }
+}
+
+// Whatever is asked for, memory between inaccessible pages is all that is touched, and a refusal leaves the picture alone.
+TEST(CppConvert, TouchesNothingOutside) {
+    Dice dice(support::seed());
+    const auto any = [&]() -> std::int64_t {
+        constexpr std::int64_t odd[] = {0,
+                                        -1,
+                                        0x7FFFFFFF,
+                                        0x80000000,
+                                        0xFFFFFFFF,
+                                        0x100000000,
+                                        std::int64_t{1} << 62,
+                                        std::numeric_limits<std::int64_t>::max(),
+                                        std::numeric_limits<std::int64_t>::min()};
+        return dice.seldom() ? odd[dice.roll(0, 8)] : dice.roll(-3, 70);
+    };
+    const auto stride = [&]() -> Stride {
+        return dice.often() ? Stride(dice.seldom() ? any() : dice.roll(-300, 300)) : std::nullopt;
+    };
+    const std::vector<Setting> all = settings();
+    support::GuardedMemory sourceMemory(20000), targetMemory(20000);
+    int converted = 0;
+    for (int i = 0; i < 20000; ++i) {
+        const auto source = sourceMemory.place(static_cast<std::size_t>(dice.roll(0, 5000)), support::Place::atEnd);
+        const auto target = targetMemory.place(static_cast<std::size_t>(dice.roll(0, 9000)), support::Place::atEnd);
+        std::ranges::fill(target, std::uint8_t{0xA5});
+        const Setting& setting = all[static_cast<std::size_t>(dice.roll(0, std::ssize(all) - 1))];
+        const Size size = dice.seldom() ? Size{any(), any()} : Size{dice.roll(1, 9) * 4, dice.roll(1, 20) * 2};
+        Frame frame(source, setting.info->format, size, stride());
+        if (dice.seldom() && !tryCrop(frame, any(), any(), {any(), any()}, frame)) continue;
+        if (dice.seldom() && !tryFlip(frame, Flip{static_cast<int>(dice.roll(1, 3))}, frame)) continue;
+        Picture picture(target, setting.output, dice.often() ? frame.size() : size, stride());
+        const bool isDone{tryConvert(frame, picture, setting.options)};
+        converted += isDone;
+        ASSERT_TRUE(targetMemory.canariesLive()) << nameOf(setting, frame);
+        ASSERT_TRUE(isDone || std::ranges::all_of(target, [](auto byte) { return byte == 0xA5; }))
+            << nameOf(setting, frame);
+    }
+    EXPECT_GT(converted, 1000);
 }
 
 TEST(CppConvert, BandsEqualTheWhole) {

@@ -112,7 +112,7 @@ inline Image topBits(Image image, const orvella::Options& options) {
         const bool isHigh = info.hasWords() && options.alignment == orvella::Alignment::High;
         pixel = (isHigh ? pixel : pixel << (16 - used)) >> 8 & 0xFF;
     }
-    image.info = orvella::find(orvella::PixelFormat::BayerRG8);
+    image.info = &orvella::infoOf(orvella::PixelFormat::BayerRG8);
     return image;
 }
 

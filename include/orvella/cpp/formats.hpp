@@ -200,11 +200,14 @@ inline constexpr FormatInfo formats[] = {
     {PixelFormat::YCbCr8_CbYCr, "YCbCr8_CbYCr", 24, OrvPixelLayoutYuv444, OrvBayerPatternNone},
 };
 
-// Null for a code that is none of the formats.
-constexpr const FormatInfo* find(PixelFormat format) {
+inline constexpr FormatInfo unknownFormat{PixelFormat{}, "an unknown pixel format", 0, OrvPixelLayoutMono,
+                                          OrvBayerPatternNone};
+
+// What is known about a format; of a code that is none, unknownFormat with 0 bits.
+constexpr const FormatInfo& infoOf(PixelFormat format) {
     for (const FormatInfo& info : formats)
-        if (info.format == format) return &info;
-    return nullptr;
+        if (info.format == format) return info;
+    return unknownFormat;
 }
 
 namespace detail {
@@ -245,10 +248,7 @@ constexpr std::optional<PixelFormat> find(std::string_view name) {
     return std::nullopt;
 }
 
-constexpr std::string_view nameOf(PixelFormat format) {
-    const FormatInfo* info = find(format);
-    return info ? info->name : "an unknown pixel format";
-}
+constexpr std::string_view nameOf(PixelFormat format) { return infoOf(format).name; }
 
 constexpr std::string_view nameOf(Output output) {
     constexpr std::string_view names[] = {"Mono8",  "Bgr24",  "Bgra32",       "Rgb24", "Rgba32", "Mono8Rec709",
@@ -264,19 +264,13 @@ constexpr std::string_view nameOf(Debayer debayer) {
 }
 
 // Bits per pixel in memory; 0 for an unknown format.
-constexpr unsigned bitsPerPixel(PixelFormat format) {
-    const FormatInfo* info = find(format);
-    return info ? info->bits() : 0;
-}
+constexpr unsigned bitsPerPixel(PixelFormat format) { return infoOf(format).bits(); }
 constexpr unsigned bitsPerPixel(Output output) {
     constexpr unsigned bits[] = {8, 24, 32, 24, 32, 8, 16, 16, 16, 48, 48};
     return static_cast<std::uint32_t>(output) < std::size(bits) ? bits[static_cast<std::uint32_t>(output)] : 0;
 }
 
-constexpr bool isMosaic(PixelFormat format) {
-    const FormatInfo* info = find(format);
-    return info && info->isMosaic();
-}
+constexpr bool isMosaic(PixelFormat format) { return infoOf(format).isMosaic(); }
 
 // Bytes of an image whose lines follow each other; 2^64 - 1 if there are more, 0 for sizes and formats that are none.
 template <class Kind> constexpr std::uint64_t imageBytes(Kind kind, Size size) {
@@ -288,11 +282,11 @@ template <class Kind> constexpr std::uint64_t imageBytes(Kind kind, Size size) {
 
 // The format of a mosaic seen from x columns further right and y lines further down; other formats stay as they are.
 constexpr PixelFormat phase(PixelFormat format, std::int64_t x, std::int64_t y) {
-    const FormatInfo* info = find(format);
-    if (!info || !info->isMosaic()) return format;
-    const unsigned wanted = detail::phaseOf(info->bayer) ^ detail::movedBy(x, y);
+    const FormatInfo& info = infoOf(format);
+    if (!info.isMosaic()) return format;
+    const unsigned wanted = detail::phaseOf(info.bayer) ^ detail::movedBy(x, y);
     for (const FormatInfo& other : formats)
-        if (other.layout == info->layout && other.bits() == info->bits() && other.bitsUsed == info->bitsUsed &&
+        if (other.layout == info.layout && other.bits() == info.bits() && other.bitsUsed == info.bitsUsed &&
             detail::phaseOf(other.bayer) == wanted)
             return other.format;
     return format;
@@ -366,14 +360,14 @@ constexpr bool contains(Outputs set, Output output) {
 
 // Whether a source of this format can become that output; sizes have rules of their own.
 constexpr bool offers(PixelFormat format, Output output, const Options& options = {}) {
-    const FormatInfo* info = find(format);
-    return info && detail::contains(detail::outputsOf(*info, options), output);
+    const FormatInfo& info = infoOf(format);
+    return info.bits() != 0 && detail::contains(detail::outputsOf(info, options), output);
 }
 
 // Whether only the top eight bits of a deep mosaic's samples count: for all methods but 2x2, and for what 2x2 and the
 // matrix do not write from more.
 constexpr bool takesTopBits(PixelFormat format, Output output, const Options& options = {}) {
-    return offers(format, output, options) && !detail::contains(detail::directOutputs(*find(format), options), output);
+    return offers(format, output, options) && !detail::contains(detail::directOutputs(infoOf(format), options), output);
 }
 
 } // namespace orvella

@@ -137,19 +137,19 @@ namespace detail {
 
 // The rules of frames: a known format, lines that lie in the given bytes, and that begin where they can be found.
 inline Result place(const Frame& frame, Lines<const std::byte>& lines) {
-    const FormatInfo* info = find(frame.format());
-    if (!info)
+    const FormatInfo& info = infoOf(frame.format());
+    if (info.bits() == 0)
         return Result::refused(OrvErrorBadParameter, "0x%08X is not the code of a pixel format",
                                static_cast<unsigned>(frame.format()));
-    if (Result refusal = place(frame.bytes(), frame.size(), info->bits(), frame.stride(), info->name, lines); !refusal)
+    if (Result refusal = place(frame.bytes(), frame.size(), info.bits(), frame.stride(), info.name, lines); !refusal)
         return refusal;
-    const bool isStandalone = info->isMosaic() || frame.isMirrored() || !lines.areDense;
-    if (isStandalone && frame.size().width % info->group() != 0)
+    const bool isStandalone = info.isMosaic() || frame.isMirrored() || !lines.areDense;
+    if (isStandalone && frame.size().width % info.group() != 0)
         return Result::refused(OrvErrorBadParameter,
                                "%.*s: lines %s, so the width must be a multiple of %u, and %lld is not",
-                               static_cast<int>(info->name.size()), info->name.data(),
-                               info->bits() % 8 == 0 ? "hold whole groups of pixels" : "begin and end on whole bytes",
-                               info->group(), static_cast<long long>(frame.size().width));
+                               static_cast<int>(info.name.size()), info.name.data(),
+                               info.bits() % 8 == 0 ? "hold whole groups of pixels" : "begin and end on whole bytes",
+                               info.group(), static_cast<long long>(frame.size().width));
     return {};
 }
 
@@ -167,7 +167,7 @@ inline Result tryCrop(const Frame& frame, std::int64_t x, std::int64_t y, Size s
                                static_cast<long long>(size.width), static_cast<long long>(size.height),
                                static_cast<long long>(x), static_cast<long long>(y),
                                static_cast<long long>(whole.width), static_cast<long long>(whole.height));
-    const FormatInfo& info = *find(frame.format());
+    const FormatInfo& info = infoOf(frame.format());
     const std::int64_t group = info.group();
     if (x % group != 0 || size.width % group != 0 || whole.width % group != 0)
         return Result::refused(OrvErrorBadParameter,
@@ -193,7 +193,7 @@ inline Result tryCrop(const Frame& frame, std::int64_t x, std::int64_t y, Size s
 inline Result tryFlip(const Frame& frame, Flip flip, Frame& flipped) {
     detail::Lines<const std::byte> lines;
     if (Result refusal = detail::place(frame, lines); !refusal) return refusal;
-    const FormatInfo& info = *find(frame.format());
+    const FormatInfo& info = infoOf(frame.format());
     if (frame.size().width % info.group() != 0)
         return Result::refused(
             OrvErrorBadParameter,

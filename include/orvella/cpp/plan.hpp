@@ -32,7 +32,7 @@ public:
     static Result make(const Frame& frame, Picture& picture, const Options& options, Plan& plan) {
         if (Result refusal = detail::place(frame, plan.source_); !refusal) return refusal;
         if (Result refusal = picture.place(plan.target_); !refusal) return refusal;
-        const FormatInfo& info = *find(frame.format());
+        const FormatInfo& info = infoOf(frame.format());
         if (Result refusal = checkOptions(info, picture.output(), options); !refusal) return refusal;
         if (Result refusal = checkSizes(info, frame.size(), picture, options); !refusal) return refusal;
         if (plan.overlap())
@@ -56,7 +56,7 @@ public:
     }
 
     // Bytes of scratch memory that a band needs.
-    std::size_t scratch() const { return static_cast<std::size_t>(plus(sourceScratch(), targetScratch())); }
+    std::uint64_t scratch() const { return plus(sourceScratch(), targetScratch()); }
 
     OrvErrorType convert(std::int64_t from, std::int64_t to, std::byte* scratch) const {
         if (isStream()) return stream(scratch);
@@ -382,17 +382,19 @@ private:
         if (isStream() && !takesTopBits_) return !isOverwritable_;
         return (isStream() || way_ == Way::Gathered) && (!source_.areDense || isMirrored_ || readsBeyond_);
     }
-    std::size_t copyScratch() const { return isCopied() ? padded(plus(times(scratchLines(), source_.length), 1)) : 0; }
-    std::size_t sourceScratch() const {
-        const std::uint64_t mosaic = takesTopBits_ ? times(scratchLines(), static_cast<std::uint64_t>(width_)) : 0;
-        return static_cast<std::size_t>(plus(copyScratch(), padded(mosaic)));
+    std::uint64_t copyScratch() const {
+        return isCopied() ? padded(plus(times(scratchLines(), source_.length), 1)) : 0;
     }
-    std::size_t targetScratch() const {
+    std::uint64_t sourceScratch() const {
+        const std::uint64_t mosaic = takesTopBits_ ? times(scratchLines(), static_cast<std::uint64_t>(width_)) : 0;
+        return plus(copyScratch(), padded(mosaic));
+    }
+    std::uint64_t targetScratch() const {
         if (isStream()) return target_.areDense ? 0 : padded(times(scratchLines(), target_.length));
         if (way_ == Way::Gathered) return padded(times(scratchLines(), target_.length));
         return way_ == Way::Direct && rule_ != Rule::Run ? padded(times(8, target_.length)) : 0;
     }
-    static std::size_t padded(std::uint64_t bytes) { return static_cast<std::size_t>(plus(bytes, 63) / 64 * 64); }
+    static std::uint64_t padded(std::uint64_t bytes) { return plus(bytes, 63) / 64 * 64; }
 
     Lines<const std::byte> source_;
     Lines<std::byte> target_;
