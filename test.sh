@@ -3,7 +3,7 @@
 #
 #     ./test.sh        a release build at every instruction-set level that the machine has (and, emulated, on older ones),
 #                      clang, the sanitizers, the installed package, the formatting
-#     ./test.sh all    what takes longer, too
+#     ./test.sh all    what takes longer, too: the Debian packages of the last commit, installed into a fresh Debian 12
 set -euo pipefail
 cd "$(dirname "$0")"
 case ${1:-} in
@@ -53,3 +53,5 @@ $all || exit 0
 # ---- What takes longer
 scripts/packages.sh web
 step "WebAssembly" web/run_tests.sh
+step "Debian packages, built twice with the same bytes; lintian" scripts/package.sh --twice
+step "Debian packages in a fresh Debian 12" scripts/try-packages.sh

@@ -16,7 +16,8 @@ test=("${build[@]}" gcc libgtest-dev clang-14 clang-format-14 qemu-user binutils
 bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-dev python3-matplotlib
     linux-perf binutils llvm-19)
 package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintian
-    binutils libgtest-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base)
+    binutils libgtest-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
+    dh-python pybuild-plugin-pyproject python3-all python3-setuptools)
 web=("${build[@]}" emscripten nodejs)
 docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
 
