@@ -124,11 +124,21 @@ def compare(truth, picture, place):
             deltaE_ciede2000(rgb2lab(there), rgb2lab(picture)).mean())
 
 
+FIELDS = ["upright 1", "2", "3", "4", "lying 1", "2", "slanted /", "\\"]
+
+
 def false_colour(picture):
-    """Mean chroma where the chart has nothing but black and white lines."""
-    lines = picture[428:472, BORDER:-BORDER]
-    lab = rgb2lab(lines)
-    return np.hypot(lab[..., 1], lab[..., 2]).mean()
+    """Mean chroma in each of the fields where the chart has nothing but black and white lines."""
+    lab = rgb2lab(picture[428:472])
+    chroma = np.hypot(lab[..., 1], lab[..., 2])
+    return [chroma[:, 80 * field + BORDER:80 * (field + 1) - BORDER].mean() for field in range(len(FIELDS))]
+
+
+def false_colours(made):
+    lines = ["| | " + " | ".join(FIELDS) + " |", "|---|" + "--:|" * len(FIELDS)]
+    for name, picture in made:
+        lines.append(f"| {name} | " + " | ".join(f"{chroma:.0f}" for chroma in false_colour(picture)) + " |")
+    return "\n".join(lines)
 
 
 def times(all_methods, photo):
@@ -191,15 +201,15 @@ def rose(frame, tool, all_methods, pictures):
     both.save(pictures / "linear.jpg", quality=88)
 
 
-def table(names, all_methods, figures, colour, durations):
-    head = "| | shows the scene at | " + " | ".join(names) + " | mean | false colour | PSNR, not moved | time |"
-    lines = [head, "|---|---|" + ":-:|" * len(names) + ":-:|" + "--:|" * 3]
+def table(names, all_methods, figures, durations):
+    head = "| | moved by | " + " | ".join(names) + " | mean | PSNR, not moved | time |"
+    lines = [head, "|---|---|" + ":-:|" * len(names) + ":-:|" + "--:|" * 2]
     for method, duration in zip(all_methods, durations):
         rows = [figures[method.name, name] for name in names]
-        place = {(0, 0): "(x, y)", HALF: "(x + ½, y + ½)", (2, 0): "(x, y + 2)"}[method.place]
+        place = {(0, 0): "0, 0", HALF: "½, ½", (2, 0): "0, 2"}[method.place]
         mean = np.mean(rows, axis=0)
         cells = [f"{psnr:.1f} / {ssim:.3f} / {error:.1f}" for _, psnr, ssim, error in [*rows, mean]]
-        lines.append(f"| {method.name} | {place} | " + " | ".join(cells) + f" | {colour[method.name]:.1f} | {mean[0]:.1f} | {duration:.1f} |")
+        lines.append(f"| {method.name} | {place} | " + " | ".join(cells) + f" | {mean[0]:.1f} | {duration:.1f} |")
     return "\n".join(lines)
 
 
@@ -223,7 +233,7 @@ def main():
     tool = arguments.build / "tools/orvella"
     chart = make_chart(tool)
     made = [(method.name, method.convert(mosaic_of(chart))) for method in all_methods]
-    colour = {name: false_colour(picture) for name, picture in made}
+    replace_generated(ROOT / "docs/demosaic.md", "false colour", false_colours(made))
     sheet([("the chart", chart), *made], (462, 424, 60, 45), 4, 3, pictures / "demosaic-chart.png")
 
     figures, names = {}, []
@@ -240,7 +250,8 @@ def main():
     if frame.exists():
         rose(frame, tool, all_methods, pictures)
     if names:
-        replace_generated(ROOT / "docs/demosaic.md", "figures", table(names, all_methods, figures, colour, times(all_methods, photo)))
+        replace_generated(ROOT / "docs/demosaic.md", "figures",
+                          table(names, all_methods, figures, times(all_methods, photo)))
 
 
 if __name__ == "__main__":
