@@ -20,7 +20,7 @@ from matplotlib import pyplot  # noqa: E402
 
 DOCUMENT = "docs/performance.md"
 DATA = "docs/performance/"
-LEVELS = ["baseline", "sse4", "avx2", "avx512"]
+LEVELS = ["plain", "sse4", "avx2", "avx512"]
 PLAIN = "plain loop"
 PEERS = {"OpenCV": "libopencv-imgproc406", "libyuv": "libyuv0", "libdc1394": "libdc1394-25", "swscale": "libswscale6"}
 TIE = 0.95  # what is no further behind counts as level: runs differ by that much

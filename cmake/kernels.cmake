@@ -2,15 +2,22 @@
 # namespace kel::<level>.
 
 # The levels, each of which includes the ones before it, and what a machine must have for them: the features become compiler
-# flags and, in the generated kernels/levels.h, what the library asks the machine for. Names as in g++'s -m.
-set(ORVELLA_LEVELS baseline sse4 avx2 avx512)
-set(ORVELLA_FEATURES_baseline "") # SSE2, which every x86-64 has
+# flags and, in the generated kernels/levels.h, what the library asks the machine for. Names as in g++'s -m. Level plain
+# needs nothing: it is what any machine can run.
+if(CMAKE_CXX_BYTE_ORDER STREQUAL BIG_ENDIAN)
+  message(FATAL_ERROR "Orvella's kernels are written for little-endian machines")
+elseif(EMSCRIPTEN)
+  set(ORVELLA_LEVELS sse4) # by emscripten's headers, in WebAssembly's vectors of 16 bytes
+elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  set(ORVELLA_LEVELS plain sse4 avx2 avx512)
+elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64" AND NOT ORVELLA_SIMD_LEVEL STREQUAL plain)
+  set(ORVELLA_LEVELS neon) # which every aarch64 has
+else()
+  set(ORVELLA_LEVELS plain)
+endif()
 set(ORVELLA_FEATURES_sse4 ssse3 sse4.1)
 set(ORVELLA_FEATURES_avx2 avx2)
 set(ORVELLA_FEATURES_avx512 avx512f avx512bw avx512vl avx512vbmi avx512vnni) # Ice Lake, Zen 4 and later
-if(EMSCRIPTEN)
-  set(ORVELLA_LEVELS sse4) # by emscripten's headers, in WebAssembly's vectors of 16 bytes
-endif()
 
 list(GET ORVELLA_LEVELS -1 top)
 set(ORVELLA_SIMD_LEVEL ${top} CACHE STRING "Highest instruction-set level that is built")
@@ -37,22 +44,22 @@ set(ORVELLA_GENERATED ${PROJECT_BINARY_DIR}/generated)
 file(CONFIGURE OUTPUT ${ORVELLA_GENERATED}/kernels/levels.h
   CONTENT "// Generated: the list stands in cmake/kernels.cmake.\n#pragma once\n#define KEL_LEVELS(X, ...)@levels@\n" @ONLY)
 
-# orvella_add_kernels(<source>...): builds the object libraries orvella_kernels_<level> and lists them in ORVELLA_KERNELS.
-function(orvella_add_kernels)
+# orvella_add_per_level(<name> <source>...): builds the object libraries <name>_<level> and lists them in <name>.
+function(orvella_add_per_level name)
   foreach(level IN LISTS ORVELLA_LEVELS)
-    set(kernels orvella_kernels_${level})
-    add_library(${kernels} OBJECT ${ARGN})
-    target_link_libraries(${kernels} PRIVATE orvella_options)
-    target_include_directories(${kernels} PRIVATE ${PROJECT_SOURCE_DIR}/src ${ORVELLA_GENERATED}
+    set(objects ${name}_${level})
+    add_library(${objects} OBJECT ${ARGN})
+    target_link_libraries(${objects} PRIVATE orvella_options)
+    target_include_directories(${objects} PRIVATE ${PROJECT_SOURCE_DIR}/src ${ORVELLA_GENERATED}
       ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
-    target_compile_definitions(${kernels} PRIVATE KEL_LEVEL=${level})
+    target_compile_definitions(${objects} PRIVATE KEL_LEVEL=${level} $<$<STREQUAL:${level},plain>:KEL_PLAIN>)
     list(TRANSFORM ORVELLA_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE flags)
     if(EMSCRIPTEN)
       list(APPEND flags -msimd128)
     endif()
     # No link-time optimisation: it could mix code of one level into another.
-    target_compile_options(${kernels} PRIVATE ${flags} -O3 -Wno-psabi -fno-lto)
-    list(APPEND libraries ${kernels})
+    target_compile_options(${objects} PRIVATE ${flags} -O3 -Wno-psabi -fno-lto)
+    list(APPEND libraries ${objects})
   endforeach()
-  set(ORVELLA_KERNELS ${libraries} PARENT_SCOPE)
+  set(${name} ${libraries} PARENT_SCOPE)
 endfunction()

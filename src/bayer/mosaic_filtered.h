@@ -82,7 +82,7 @@ private:
 
 // ---- Filters: the chroma of the row at hand, from the lines of a half of `rows` rows
 
-INLINE Words pairsAt(const u8* plane) { return pairSums(load(plane), fill(0x0101)); }
+INLINE Words pairsAt(const u8* plane) { return pairSums<1, 1>(load(plane)); }
 
 // Filter::of() gives N / 2 words from a plane of the row and of another one, both at column x.
 template <class Filter> INLINE void filterRow(u16* chroma, const YuvLine& row, const YuvLine& other, size_t width) {
@@ -155,8 +155,7 @@ template <class W> void convertRow(u8* d, u8* kept, const u8* luma, const u16* c
     const RowSink<PairsWriter> scratch{kept, PairsWriter()};
     const auto pairs = [&](size_t x) { return Pairs{load(chroma + x / 2), load(luma + x)}; };
     const auto colours = [&](size_t x) {
-        const Split uv = widen(pairs(x).chroma);
-        return coloursOf<TruncatedProducts>({pairs(x).luma, {uv.even, uv.even}, {uv.odd, uv.odd}});
+        return coloursOf<TruncatedProducts>(sharedChroma(pairs(x).luma, pairs(x).chroma));
     };
     size_t x = 0;
     for (; x + N <= width; x += N) {

@@ -23,14 +23,14 @@ namespace KEL_LEVEL {
 
 extern const ColorKernels colorKernels;
 constexpr ColorKernels colorKernels{
-    .rgb8 = interleavedLumas<Pixels24Reader, Order::rgb>() | runs<Rgb24Reader<Order::rgb>>(bgr24 + bgra32 + rgba32) |
-            copies<3>(rgb24),
-    .bgr8 = interleavedLumas<Pixels24Reader, Order::bgr>() | runs<Rgb24Reader<Order::bgr>>(bgra32 + rgb24 + rgba32) |
-            copies<3>(bgr24),
-    .rgba8 = interleavedLumas<Pixels32Reader, Order::rgb>() | runs<Rgb32Reader<Order::rgb>>(bgr24 + rgb24) |
-             swaps32(bgra32) | copies<4>(rgba32),
-    .bgra8 = interleavedLumas<Pixels32Reader, Order::bgr>() | runs<Rgb32Reader<Order::bgr>>(bgr24 + rgb24) |
-             swaps32(rgba32) | copies<4>(bgra32),
+    .rgb8 = lumas<Pixels24Reader, Rgb24Reader<Order::rgb>, Order::rgb>() |
+            runs<Rgb24Reader<Order::rgb>>(bgr24 + bgra32 + rgba32) | copies<3>(rgb24),
+    .bgr8 = lumas<Pixels24Reader, Rgb24Reader<Order::bgr>, Order::bgr>() |
+            runs<Rgb24Reader<Order::bgr>>(bgra32 + rgb24 + rgba32) | copies<3>(bgr24),
+    .rgba8 = lumas<Pixels32Reader, Rgb32Reader<Order::rgb>, Order::rgb>() |
+             runs<Rgb32Reader<Order::rgb>>(bgr24 + rgb24) | swaps32(bgra32) | copies<4>(rgba32),
+    .bgra8 = lumas<Pixels32Reader, Rgb32Reader<Order::bgr>, Order::bgr>() |
+             runs<Rgb32Reader<Order::bgr>>(bgr24 + rgb24) | swaps32(rgba32) | copies<4>(bgra32),
     .yuv411 = runs<YuvReader<Yuv411Layout>>(mono8 + colour8),
     .yuv422 = runs<YuvReader<Yuv422Layout>>(mono8 + colour8),
     .yuv444 = runs<YuvReader<Yuv444Layout>>(mono8 + colour8),

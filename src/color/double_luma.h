@@ -30,45 +30,38 @@ struct FlooredLuma {
     Bytes luma, rest;
 };
 
+template <const DoubleWeights& k, int by> constexpr Weights wholeWeights() {
+    return {wholeWeight(k.r, k.unit) / by, wholeWeight(k.g, k.unit) / by, wholeWeight(k.b, k.unit) / by, 0};
+}
+
 struct Quotient {
     Words whole, rest;
 };
-// Words that hold two channels each, and one.
-struct ChannelPairs {
-    Bytes rg, b;
-};
-INLINE Words weigh(const ChannelPairs& p, int r, int g, int b) {
-    return pairSums(p.rg, fill(r | g << 8)) + pairSums(p.b, fill(b));
-}
-
 // In 1/100 the sum fits in 15 bits, for which the multiplier, 2^21 / 100 rounded up, is exact.
-template <const DoubleWeights& k> INLINE Quotient divide(const ChannelPairs& p) requires(k.unit == 100) {
-    const Words sum = weigh(p, wholeWeight(k.r, 100), wholeWeight(k.g, 100), wholeWeight(k.b, 100));
+INLINE Quotient divideBy100(Words sum) {
     const Words whole = as<Words>(mulHigh(as<Ints>(sum), as<Ints>(fill(20972)))) >> 5;
     return {whole, sum - times(whole, 100)};
 }
-// In 1/1000 an eighth of it does, to be divided by 125: by the multiplier 2^21 / 125 rounded down, of one more.
-template <const DoubleWeights& k> INLINE Quotient divide(const ChannelPairs& p) requires(k.unit == 1000) {
-    constexpr int r = wholeWeight(k.r, 1000), g = wholeWeight(k.g, 1000), b = wholeWeight(k.b, 1000);
-    const Words low = weigh(p, r % 8, g % 8, b % 8);
-    const Words eighth = weigh(p, r / 8, g / 8, b / 8) + (low >> 3);
+// In 1/1000 an eighth of it does, to be divided by 125: by the multiplier 2^21 / 125 rounded down, of one more. low: a
+// sum of what the weights leave by 8.
+INLINE Quotient divideBy1000(Words eighth, Words low) {
+    eighth += low >> 3;
     const Words whole = as<Words>(mulHigh(as<Ints>(eighth + 1), as<Ints>(fill(16777)))) >> 5;
     return {whole, (eighth - times(whole, 125)) | (low & 7)};
 }
 
-// Words below 256 as bytes.
-INLINE Bytes packed(Words low, Words high) {
-    if constexpr (L == 16)
-        return saturate(as<Ints>(low), as<Ints>(high));
-    else
-        return unzip<0>(as<Bytes>(low), as<Bytes>(high));
-}
-
 template <const DoubleWeights& k> INLINE FlooredLuma flooredLuma(const Rgb& p) {
-    const Bytes none{};
-    const Quotient low = divide<k>({zip<1, 0>(p.r, p.g), zip<1, 0>(p.b, none)});
-    const Quotient high = divide<k>({zip<1, 1>(p.r, p.g), zip<1, 1>(p.b, none)});
-    return {packed(low.whole, high.whole), packed(low.rest, high.rest)};
+    Quotient some, others;
+    if constexpr (k.unit == 100) {
+        const Split sums = weigh<wholeWeights<k, 1>()>(p);
+        some = divideBy100(sums.a), others = divideBy100(sums.b);
+    } else {
+        constexpr Weights all = wholeWeights<k, 1>();
+        const Split eighths = weigh<wholeWeights<k, 8>()>(p);
+        const Split low = weigh<Weights{all.r % 8, all.g % 8, all.b % 8, 0}>(p);
+        some = divideBy1000(eighths.a, low.a), others = divideBy1000(eighths.b, low.b);
+    }
+    return {lowBytes(Split{some.whole, others.whole}), lowBytes(Split{some.rest, others.rest})};
 }
 
 // ---- Greys

@@ -1,7 +1,6 @@
 // Luma of pixels that stay packed: their bytes are weighed where they lie.
 #pragma once
 #include "color/rgb_readers.h"
-#include "kernels/wide.h"
 
 namespace kel {
 namespace {
@@ -19,19 +18,7 @@ private:
     }
 };
 
-// In the low word of every four bytes: the sum of their products with the weights, + 2^15 + add. The weights add up to
-// 256 and the samples are taken less 128, so the sum of the products is -2^15 to 2^15 - 1.
-INLINE UnsignedWides quadSums(Bytes weights, Bytes samples, int add) {
-    const Bytes less = samples ^ 0x80;
-#if defined(__AVX512VNNI__)
-    const Wides start = Wides{} + (add + (1 << 15));
-    return as<UnsignedWides>(_mm512_dpbusd_epi32(as<__m512i>(start), as<__m512i>(weights), as<__m512i>(less)));
-#else
-    const Words pairs = pairSums(weights, as<Words>(less)) + fill(add / 2 + (1 << 14));
-    return as<UnsignedWides>(pairs) + (as<UnsignedWides>(pairs) >> 16);
-#endif
-}
-
+// The weights add up to 256 and the samples are taken less 128: the sum of the products is -2^15 to 2^15 - 1.
 template <Order order, Weights k> struct InterleavedLuma {
     static_assert(k.r + k.g + k.b == 256 && k.r >= 0 && k.b >= 0 && k.add % 2 == 0);
     static constexpr int bytes = 1;
@@ -40,17 +27,19 @@ template <Order order, Weights k> struct InterleavedLuma {
     static INLINE void put(u8* d, const Pixels32& p) {
         constexpr int first = order == Order::rgb ? k.r : k.b, third = order == Order::rgb ? k.b : k.r;
         const Bytes weights = as<Bytes>(UnsignedWides{} + static_cast<u32>(first | k.g << 8 | third << 16));
-        const auto sums = [=](int q) { return quadSums(weights, p.quarters[q], k.add); };
+        const auto sums = [=](int q) { return quadSums(weights, p.quarters[q] ^ 0x80, k.add); };
         const UnsignedWides mixed =
             (sums(0) >> 8 & 0xFF) | (sums(1) & 0xFF00) | (sums(2) << 8 & 0xFF0000) | (sums(3) << 16 & 0xFF000000);
         store(d, arrange(as<Bytes>(mixed), [](int i) { return i % (N / 4) * 4 + i / (N / 4); }));
     }
 };
 
-template <class R, Order order> constexpr ByOutput<Run> interleavedLumas() {
+// WholePixels reads pixels that stay interleaved, Separated colours.
+template <class WholePixels, class Separated, Order order> constexpr ByOutput<Run> lumas() {
+    if constexpr (separatesAsItLoads) return runs<Separated>(mono8);
     ByOutput<Run> table;
-    table.set(OrvOutputMono8, runKernel<R, InterleavedLuma<order, bt601>>);
-    table.set(OrvOutputMono8Rec709, runKernel<R, InterleavedLuma<order, bt709>>);
+    table.set(OrvOutputMono8, runKernel<WholePixels, InterleavedLuma<order, bt601>>);
+    table.set(OrvOutputMono8Rec709, runKernel<WholePixels, InterleavedLuma<order, bt709>>);
     return table;
 }
 

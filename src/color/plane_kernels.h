@@ -24,7 +24,7 @@ struct RgbSplitter : Reader<24> {
 
 template <class Layout, class Rule> struct YuvSplitter : Reader<Layout::bits> {
     template <bool withLuma> static INLINE PlaneBlock get(const u8* s) {
-        const Yuv samples = Layout::samples(s);
+        const auto samples = Layout::samples(s);
         return {coloursOf<Rule>(samples), samples.luma};
     }
 };

@@ -7,21 +7,25 @@
 namespace kel {
 namespace {
 
-// u, v: the chroma of the even and of the odd pixels. Where two pixels share theirs, both are the same vector, and the
-// compiler computes with it once.
+// Each pixel with chroma of its own, and each pair of pixels.
 struct Yuv {
     Bytes luma;
     Split u, v;
 };
+struct YuvPairs {
+    Bytes luma;
+    Words u, v;
+};
+// uv: u v u v ..., for each pair
+INLINE YuvPairs sharedChroma(Bytes luma, Bytes uv) { return {luma, firstOfPairs(uv), secondOfPairs(uv)}; }
 
 // ---- Layouts
 
 // U Y V Y
 struct Yuv422Layout : Reader<16> {
-    static INLINE Yuv samples(const u8* s) {
+    static INLINE YuvPairs samples(const u8* s) {
         const Bytes low = loadLanes(s, 2 * L), high = loadLanes(s + L, 2 * L);
-        const Split uv = widen(unzip<0>(low, high));
-        return {unzip<1>(low, high), {uv.even, uv.even}, {uv.odd, uv.odd}};
+        return sharedChroma(unzip<1>(low, high), unzip<0>(low, high));
     }
 };
 
@@ -36,10 +40,9 @@ struct Yuv444Layout : Reader<24> {
 
 // U Y Y V Y Y
 struct Yuv411Layout : Reader<12> {
-    static INLINE Yuv samples(const u8* s) {
-        // u v u v: one pair for each two pixels
-        const Split uv = widen(pick(s, [](int i) { return i % 2 * 3; }));
-        return {pick(s, [](int i) { return i < 2 ? i + 1 : i + 2; }), {uv.even, uv.even}, {uv.odd, uv.odd}};
+    static INLINE YuvPairs samples(const u8* s) {
+        return sharedChroma(pick(s, [](int i) { return i < 2 ? i + 1 : i + 2; }),
+                            pick(s, [](int i) { return i % 2 * 3; })); // for each two pixels
     }
 
 private:
@@ -99,13 +102,23 @@ private:
     }
 };
 
+template <class Rule> INLINE Chroma chromaOf(Words u, Words v) {
+    return Rule::of(as<Ints>(u) - 128, as<Ints>(v) - 128);
+}
+
+INLINE Bytes added(Split luma, Split chroma) { return clamp(Split{luma.a + chroma.a, luma.b + chroma.b}); }
+
 template <class Rule> INLINE Rgb coloursOf(const Yuv& p) {
     const Split y = widen(p.luma);
-    const Ints yEven = as<Ints>(y.even), yOdd = as<Ints>(y.odd);
-    const Chroma even = Rule::of(as<Ints>(p.u.even) - 128, as<Ints>(p.v.even) - 128);
-    const Chroma odd = Rule::of(as<Ints>(p.u.odd) - 128, as<Ints>(p.v.odd) - 128);
-    return {clamp(yEven + even.r, yOdd + odd.r), clamp(yEven + even.g, yOdd + odd.g),
-            clamp(yEven + even.b, yOdd + odd.b)};
+    const Chroma a = chromaOf<Rule>(p.u.a, p.v.a), b = chromaOf<Rule>(p.u.b, p.v.b);
+    const auto channel = [&](Ints some, Ints others) { return added(y, {as<Words>(some), as<Words>(others)}); };
+    return {channel(a.r, b.r), channel(a.g, b.g), channel(a.b, b.b)};
+}
+template <class Rule> INLINE Rgb coloursOf(const YuvPairs& p) {
+    const Split y = widen(p.luma);
+    const Chroma c = chromaOf<Rule>(p.u, p.v);
+    const auto channel = [&](Ints offsets) { return added(y, forPairs(as<Words>(offsets))); };
+    return {channel(c.r), channel(c.g), channel(c.b)};
 }
 
 template <class Layout> struct YuvReader : Reader<Layout::bits> {

@@ -12,7 +12,6 @@
 #pragma once
 #include "correction/matrix.h"
 #include "kernels/pixels.h"
-#include "kernels/wide.h"
 
 namespace kel {
 namespace {
@@ -26,18 +25,12 @@ constexpr bool isModerate(const i32 (&row)[3]) {
 }
 constexpr bool isModerate(const Matrix& m) { return isModerate(m.r) && isModerate(m.g) && isModerate(m.b); }
 
-// N / 2 pixels: red and green side by side, blue as it is, which meets a coefficient in every other word.
-struct PixelWords {
-    WordPairs rg;
-    Words b;
-};
 struct RowFactors {
-    Words rg, evenB, oddB;
+    TripleFactors factors;
     i32 total; // of the coefficients
 
     INLINE explicit RowFactors(const i32 (&row)[3])
-        : rg(fillPairs(row[0], row[1])), evenB(fillPairs(row[2], 0)), oddB(fillPairs(0, row[2])),
-          total(static_cast<i32>(i64{row[0]} + row[1] + row[2])) {}
+        : factors(TripleFactors(row[0], row[1], row[2])), total(static_cast<i32>(i64{row[0]} + row[1] + row[2])) {}
 };
 struct MatrixFactors {
     RowFactors r, g, b;
@@ -45,28 +38,14 @@ struct MatrixFactors {
     INLINE explicit MatrixFactors(const Matrix& m) : r(m.r), g(m.g), b(m.b) {}
 };
 
-INLINE Sums weigh(const PixelWords& p, const RowFactors& row) {
-    return {pairSums(p.rg.even, row.rg) + pairSums(p.b, row.evenB),
-            pairSums(p.rg.odd, row.rg) + pairSums(p.b, row.oddB)};
-}
-
 // ---- The rules
 
-// 8-bit pixels as words, times 64: bits 10 to 25 of a sum become its upper word then.
-struct SplitPixels {
-    PixelWords even, odd;
-};
-INLINE SplitPixels split(const Rgb& p) {
-    const auto even = [](Bytes v) { return pairSums(v, fill(64)); };
-    const auto odd = [](Bytes v) { return pairSums(v, fill(64 << 8)); };
-    return {{pairUp(even(p.r), even(p.g)), even(p.b)}, {pairUp(odd(p.r), odd(p.g)), odd(p.b)}};
-}
-
-// Each channel from bits 10 to 25 of its sums, which come as the words of the even and of the odd pixels.
+// Each channel from bits 10 to 25 of its sums. The samples are taken times 64: the bits become the upper word then.
 template <class Finish> INLINE Rgb weighBytes(const Rgb& p, const MatrixFactors& m, const Finish& finish) {
-    const SplitPixels pixels = split(p);
+    const Split r = widen<6>(p.r), g = widen<6>(p.g), b = widen<6>(p.b);
+    const WordTriples some = tripleUp(r.a, g.a, b.a), others = tripleUp(r.b, g.b, b.b);
     const auto channel = [&](const RowFactors& row) {
-        return finish(wordsOf<16>(weigh(pixels.even, row)), wordsOf<16>(weigh(pixels.odd, row)));
+        return finish(Split{wordsOf<16>(weigh(some, row.factors)), wordsOf<16>(weigh(others, row.factors))});
     };
     return {channel(m.r), channel(m.g), channel(m.b)};
 }
@@ -80,7 +59,7 @@ struct ByteRule {
         return static_cast<u8>(value < 0 ? 0 : value > 255 ? 255 : value);
     }
     static INLINE Rgb channels(const Rgb& p, const MatrixFactors& m) {
-        return weighBytes(p, m, [](Words even, Words odd) { return clamp(as<Ints>(even), as<Ints>(odd)); });
+        return weighBytes(p, m, [](Split s) { return clamp(s); });
     }
 };
 
@@ -95,7 +74,7 @@ struct WrapRule {
     // A moderate matrix makes no more than 32 * 255 of 8-bit samples.
     static INLINE Rgb channels(const Rgb& p, const MatrixFactors& m) {
         const auto atLeast0 = [](Words v) { return v & ~as<Words>(as<Ints>(v) >> 15); };
-        return weighBytes(p, m, [=](Words even, Words odd) { return lowBytes(Split{atLeast0(even), atLeast0(odd)}); });
+        return weighBytes(p, m, [=](Split s) { return lowBytes(Split{atLeast0(s.a), atLeast0(s.b)}); });
     }
 };
 
@@ -111,16 +90,16 @@ struct WordRule {
     static INLINE Rgb16 channels(const Rgb16& p, const MatrixFactors& m) {
         const auto words = [](Words r, Words g, Words b) {
             const auto less = [](Words v) { return v ^ (1 << 15); };
-            return PixelWords{pairUp(less(r), less(g)), less(b)};
+            return tripleUp(less(r), less(g), less(b));
         };
-        const PixelWords a = words(p.r.a, p.g.a, p.b.a), b = words(p.r.b, p.g.b, p.b.b);
+        const WordTriples a = words(p.r.a, p.g.a, p.b.a), b = words(p.r.b, p.g.b, p.b.b);
         const auto shifted = [](Sums s) {
             constexpr i32 most = (1 << 26) - 1;
-            return wordsOf<10>({clamp(s.even, 0, most), clamp(s.odd, 0, most)});
+            return wordsOf<10>(clamp(s, 0, most));
         };
         const auto channel = [&](const RowFactors& row) {
             const i32 taken = row.total * (1 << 15);
-            return Halves{shifted(weigh(a, row) + taken), shifted(weigh(b, row) + taken)};
+            return Halves{shifted(weigh(a, row.factors) + taken), shifted(weigh(b, row.factors) + taken)};
         };
         return {channel(m.r), channel(m.g), channel(m.b)};
     }

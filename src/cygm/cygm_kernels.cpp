@@ -74,7 +74,7 @@ struct LineTerms {
 };
 // odd: of the pixels in odd columns, which are the odd ones here.
 template <int odd> INLINE LineTerms lineTerms(Bytes left, Bytes here, Bytes right) {
-    const auto half = [](Bytes v) { return odd ? widen(v).odd : widen(v).even; };
+    const auto half = [](Bytes v) { return odd ? secondOfPairs(v) : firstOfPairs(v); };
     const Words outer = half(left) + half(right), twice = half(here) << 1;
     return {outer + twice, odd ? as<Ints>(twice - outer) : as<Ints>(outer - twice)};
 }
@@ -112,8 +112,8 @@ template <int odd> INLINE CygmTerms neighbourhood(size_t y, const u8* const (&le
 }
 INLINE Rgb block3x3(size_t y, const u8* const (&left)[3], const CygmFactors& factors) {
     const CygmTerms even = neighbourhood<0>(y, left), odd = neighbourhood<1>(y, left);
-    return {clamp(factors.red(even), factors.red(odd)), clamp(factors.green(even), factors.green(odd)),
-            clamp(factors.blue(even), factors.blue(odd))};
+    return {clampPairs(factors.red(even), factors.red(odd)), clampPairs(factors.green(even), factors.green(odd)),
+            clampPairs(factors.blue(even), factors.blue(odd))};
 }
 
 // The first or the last n <= N pixels of a row, from samples that are copied to where a block can read them all.

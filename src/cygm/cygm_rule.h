@@ -24,7 +24,6 @@
 // left, which is o - e for an even column, is e - o for an odd one.
 #pragma once
 #include "kernels/blocks2x2.h"
-#include "kernels/wide.h"
 
 namespace kel {
 namespace {
@@ -55,26 +54,25 @@ private:
         int q, p;
     };
     // A channel's factors for (C, D).
-    static INLINE Words factors(size_t upperLine, QAndP k) {
+    static INLINE PairFactors factors(size_t upperLine, QAndP k) {
         switch (upperLine % 4) {
-        case 0: return fillPairs(k.q, k.p);
-        case 1: return fillPairs(k.q, -k.p);
-        case 2: return fillPairs(-k.p, -k.q);
-        default: return fillPairs(-k.p, k.q);
+        case 0: return PairFactors(k.q, k.p);
+        case 1: return PairFactors(k.q, -k.p);
+        case 2: return PairFactors(-k.p, -k.q);
+        default: return PairFactors(-k.p, k.q);
         }
     }
-    static INLINE Ints channel(const CygmTerms& t, Words factors) {
-        return as<Ints>(t.y + wordsOf<10>(pairSums(t.differences, factors)));
+    static INLINE Ints channel(const CygmTerms& t, const PairFactors& factors) {
+        return as<Ints>(t.y + wordsOf<10>(weigh(t.differences, factors)));
     }
 
-    Words r_, g_, b_;
+    PairFactors r_, g_, b_;
 };
 
 // Of N / 2 blocks, from byte pairs of both lines; the signs of the left and the right byte make o - e.
 template <int left, int right> INLINE CygmTerms blockTerms(Bytes upper, Bytes lower) {
-    const Words sum = fill(0x0101), difference = fill((left & 255) | (right & 255) << 8);
-    const Words u = pairSums(upper, difference), l = pairSums(lower, difference);
-    return {(pairSums(upper, sum) + pairSums(lower, sum)) >> 2,
+    const Words u = pairSums<left, right>(upper), l = pairSums<left, right>(lower);
+    return {(pairSums<1, 1>(upper) + pairSums<1, 1>(lower)) >> 2,
             pairUp(as<Words>(quarter(as<Ints>(u + l))), as<Words>(quarter(as<Ints>(l - u))))};
 }
 
@@ -85,8 +83,9 @@ public:
 
     INLINE Rgb operator()(const Blocks<Bytes>& s) const {
         const CygmTerms even = blockTerms<-1, 1>(s.a, s.c), odd = blockTerms<1, -1>(s.b, s.d);
-        return {clamp(factors_.red(even), factors_.red(odd)), clamp(factors_.green(even), factors_.green(odd)),
-                clamp(factors_.blue(even), factors_.blue(odd))};
+        return {clampPairs(factors_.red(even), factors_.red(odd)),
+                clampPairs(factors_.green(even), factors_.green(odd)),
+                clampPairs(factors_.blue(even), factors_.blue(odd))};
     }
 
 private:

@@ -5,7 +5,7 @@
 // one or two look-ups. Where a lane's sources lie further apart, its block goes byte by byte.
 #pragma once
 #include "geometry/geometry_kernels.h"
-#include "kernels/vector.h"
+#include "kernels/machine/machine.h"
 
 namespace kel {
 namespace {
@@ -16,7 +16,7 @@ struct Block {
     size_t source[N / L];            // where the two vectors of each lane begin
     alignas(N) u8 position[N];       // in them
     alignas(N) u8 before[N];         // linear: position in the pixel before
-    alignas(N) u16 weight[2][N / 2]; // linear: of the even and of the odd bytes
+    alignas(N) u16 weight[2][N / 2]; // linear: as the words of a Split
 };
 
 // Lane `lane` of a block; false if its sources lie too far apart.
@@ -41,7 +41,8 @@ template <bool linear> INLINE bool describeLane(Block& block, const Strip& strip
         block.position[at] = static_cast<u8>(source[i] - low);
         if constexpr (linear) {
             block.before[at] = static_cast<u8>(source[i] - low - toPixelBefore(i));
-            block.weight[at % 2][at / 2] = weight[i];
+            const int byte = static_cast<int>(at);
+            block.weight[splitPart(byte)][splitIndex(byte)] = weight[i];
         }
     }
     return true;
@@ -81,8 +82,8 @@ template <bool linear> INLINE Bytes bytesOf(const Block& block, const u8* s) {
     const Bytes bytes = lookUp(a, b, load(block.position));
     if constexpr (linear) {
         const Split to = widen(bytes), from = widen(lookUp(a, b, load(block.before)));
-        return lowBytes(Split{between(from.even, to.even, load<Words>(block.weight[0])),
-                              between(from.odd, to.odd, load<Words>(block.weight[1]))});
+        return lowBytes(Split{between(from.a, to.a, load<Words>(block.weight[0])),
+                              between(from.b, to.b, load<Words>(block.weight[1]))});
     }
     return bytes;
 }

@@ -11,7 +11,7 @@
 // written back as they were read. The next pair of vectors has been read by then: to read bytes that were written a
 // moment ago, but not with one store, takes long.
 #pragma once
-#include "kernels/vector.h"
+#include "kernels/machine/machine.h"
 
 namespace kel {
 namespace {

@@ -21,7 +21,7 @@ const char* nameOf(Level level) {
 }
 
 Level highestLevel() {
-#if !defined(__EMSCRIPTEN__)
+#if __has_builtin(__builtin_cpu_init)
     __builtin_cpu_init();
 #endif
     // __builtin_cpu_supports also asks whether the operating system saves the registers.

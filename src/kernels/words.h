@@ -12,15 +12,6 @@ template <int odd> INLINE Bytes bytesOfWords(const u8* s) {
     return unzip<odd>(loadLanes(s, 2 * L), loadLanes(s + L, 2 * L));
 }
 
-// The other byte order.
-INLINE Words swapped(Words w) {
-#if defined(__SSSE3__)
-    return as<Words>(permute(as<Bytes>(w), [](int i) { return i ^ 1; }));
-#else
-    return w << 8 | w >> 8;
-#endif
-}
-
 // N words shifted left, which makes samples with fewer bits used MSB-aligned.
 template <Endian endian> INLINE Words shifted(Words w, int shift) {
     if constexpr (endian == Endian::big) w = swapped(w);

@@ -27,30 +27,10 @@ template <Order order> struct Rgb32Writer {
     static constexpr int bytes = 4;
     static constexpr bool keeps = true;
     static INLINE void put(u8* d, Rgb p) {
-        const Bytes first = order == Order::rgb ? p.r : p.b, third = order == Order::rgb ? p.b : p.r;
-        const Bytes low = zip<1, 0>(first, p.g), low3 = zip<1, 0>(third, third);
-        const Bytes high = zip<1, 1>(first, p.g), high3 = zip<1, 1>(third, third);
-        putQuarter(d, zip<2, 0>(low, low3));
-        putQuarter(d + L, zip<2, 1>(low, low3));
-        putQuarter(d + 2 * L, zip<2, 0>(high, high3));
-        putQuarter(d + 3 * L, zip<2, 1>(high, high3));
+        order == Order::rgb ? store3of4(d, p.r, p.g, p.b) : store3of4(d, p.b, p.g, p.r);
     }
-    static INLINE void put(u8* d, Grey p) {
-        putQuarter(d, permute(p.v, [](int i) { return i / 4; }));
-        putQuarter(d + L, permute(p.v, [](int i) { return (L + i) / 4; }));
-        putQuarter(d + 2 * L, permute(p.v, [](int i) { return (2 * L + i) / 4; }));
-        putQuarter(d + 3 * L, permute(p.v, [](int i) { return (3 * L + i) / 4; }));
-    }
+    static INLINE void put(u8* d, Grey p) { store3of4(d, p.v); }
     template <class Deep> static INLINE void put(u8* d, Deep p) { put(d, to8(p)); }
-
-private:
-    static INLINE void putQuarter(u8* d, Bytes v) {
-#if defined(__AVX512BW__)
-        _mm512_mask_storeu_epi8(d, 0x7777777777777777u, as<__m512i>(v));
-#else
-        storeLanes(d, 4 * L, blend([](int i) { return i % 4 == 3; }, loadLanes(d, 4 * L), v));
-#endif
-    }
 };
 
 template <Weights k> struct Mono8Writer {
@@ -65,11 +45,7 @@ template <Weights k> struct Mono8Writer {
 template <Weights k> struct Mono16Writer {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
-    static INLINE void put(u8* d, Rgb p) {
-        const Split sum = weigh<k>(p);
-        const Bytes even = as<Bytes>(sum.even), odd = as<Bytes>(sum.odd);
-        storeHalves(d, {as<Words>(zip<2, 0>(even, odd)), as<Words>(zip<2, 1>(even, odd))});
-    }
+    static INLINE void put(u8* d, Rgb p) { storeHalves(d, inOrder(weigh<k>(p))); }
     static INLINE void put(u8* d, Rgb16 p) { storeHalves(d, weigh<k>(p)); }
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
 };
@@ -96,15 +72,12 @@ struct UyvyWriter {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Rgb p) {
-        const Words u = pairMean(weigh<Weights{-38, -74, 112, 128 + 128 * 256}>(p));
-        const Words v = pairMean(weigh<Weights{112, -94, -18, 128 + 128 * 256}>(p));
+        const Words u = pairMeans(weigh<Weights{-38, -74, 112, 128 + 128 * 256}>(p));
+        const Words v = pairMeans(weigh<Weights{112, -94, -18, 128 + 128 * 256}>(p));
         PairsWriter::put(d, {as<Bytes>(u | v << 8), highBytes(weigh<Weights{66, 129, 25, 128 + 16 * 256}>(p))});
     }
     // Grey sources get zero chroma, not a neutral one.
     static INLINE void put(u8* d, Grey p) { PairsWriter::put(d, {Bytes{}, p.v}); }
-
-private:
-    static INLINE Words pairMean(Split s) { return ((s.even >> 8) + (s.odd >> 8)) >> 1; }
 };
 
 template <Order order> struct Rgb48Writer {

@@ -1,0 +1,70 @@
+// What differs between machines: vector sizes, and the operations for which a machine has instructions of its own. Each
+// machine has one file, which provides all that is listed here; what it has no better form of it takes from plain.h,
+// which needs nothing but the compilers' vector arithmetic and is the definition of every operation. A test compares
+// them, at every level.
+//
+//     file     levels                N        L
+//     plain    plain                16       16   any little-endian machine; x86-64 before SSSE3
+//     x86      sse4                 16       16   also WebAssembly, by emscripten's headers for SSE
+//              avx2                 32       16
+//              avx512               64       64
+//     neon     neon                 16       16   aarch64
+//
+// N: bytes in a vector. L: bytes in one of its lanes, the width in which one instruction permutes bytes.
+//
+// Pixels in memory, lane by lane (`step` bytes from one to the next)
+//     load3(s, a, b, c)                three planes out of pixels of 3 bytes
+//     load4(s, a, b, c)                three planes out of pixels of 4 bytes, without the fourth
+//     store3<unit>(d, step, a, b, c)   one vector of each plane as triples of elements of `unit` bytes
+//     store3of4(d, a, b, c)            as quadruples of bytes; the fourth byte in memory is kept
+//     prefetch<bytes, forWriting>(p)   asks for what a loop at p reads or writes some blocks later
+//     separatesAsItLoads               whether load3 and load4 cost no more than loads
+//
+// Bytes and words
+//     lookUp(a, b, at)     within each lane, from two vectors, at positions known at run time only; those from L on mean b
+//     meanUp(a, b)         (a + b + 1) >> 1, of bytes or words
+//     mean(a, b)           (a + b) >> 1
+//     swapped(w)           words in the other byte order
+//     times(w, k)          words times a constant
+//     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
+//     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are 1 or -1
+//     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b
+//
+// The words of N bytes: a Split is two vectors, in an order that is the machine's own
+//     widen<shift>(v)      bytes as words, shifted left by 0 to 7
+//     lowBytes(s), highBytes(s), clamp(s)   back to bytes; clamp: signed words to 0..255
+//     inOrder(s)           as Halves
+//     forPairs(w)          each word for two neighbours
+//     pairMeans(s)         of the high bytes of neighbours: (a + b) >> 1
+//     splitPart(i), splitIndex(i)   where word i is: 0 or 1 for a or b, and the index
+//     weigh<k>(r, g, b)    k.r R + k.g G + k.b B + k.add, modulo 2^16, of bytes; the weights of R and B are signed bytes
+//
+// Words weighed in 32 bits: Sums are two vectors of them, in the machine's own order
+//     weigh<k>(r, g, b)    words (k.r R + k.g G + k.b B + k.add) >> 8 of unsigned words, with weights that add up to 256
+//     weigh(pairUp(a, b), PairFactors(j, k))              j a + k b, of signed words
+//     weigh(tripleUp(a, b, c), TripleFactors(i, j, k))    i a + j b + k c
+//     wordsOf<from>(s)     of each sum 16 bits from bit `from` on
+//     quadSums(weights, samples, add)   in the low word of each four bytes: unsigned times signed bytes, summed, plus
+//                                       2^15 + add; the weights of four add up to 256
+#pragma once
+
+#if defined(__SSSE3__) && !defined(KEL_PLAIN)
+#include "kernels/machine/x86.h"
+#elif defined(__aarch64__) && !defined(KEL_PLAIN)
+#include "kernels/machine/neon.h"
+#else
+namespace kel {
+namespace {
+constexpr int N = 16, L = 16;
+namespace plain {}
+namespace machine = plain;
+} // namespace
+} // namespace kel
+#include "kernels/machine/plain.h"
+#endif
+
+namespace kel {
+namespace {
+using namespace machine;
+} // namespace
+} // namespace kel

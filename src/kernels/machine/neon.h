@@ -1,0 +1,151 @@
+// aarch64, which separates and interleaves pixels as it loads and stores, and whose products widen and add.
+#pragma once
+#include <arm_neon.h>
+
+namespace kel {
+namespace {
+constexpr int N = 16, L = 16;
+} // namespace
+} // namespace kel
+
+#include "kernels/machine/plain.h"
+
+namespace kel {
+namespace {
+namespace machine {
+
+INLINE uint8x16_t u8x16(Bytes v) { return as<uint8x16_t>(v); }
+INLINE uint16x8_t u16x8(Words v) { return as<uint16x8_t>(v); }
+INLINE int16x8_t s16x8(Words v) { return as<int16x8_t>(v); }
+INLINE int16x8_t s16x8(Ints v) { return as<int16x8_t>(v); }
+
+// ---- Pixels in memory
+
+INLINE void load3(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
+    const uint8x16x3_t v = vld3q_u8(s);
+    a = as<Bytes>(v.val[0]), b = as<Bytes>(v.val[1]), c = as<Bytes>(v.val[2]);
+}
+INLINE void load4(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
+    const uint8x16x4_t v = vld4q_u8(s);
+    a = as<Bytes>(v.val[0]), b = as<Bytes>(v.val[1]), c = as<Bytes>(v.val[2]);
+}
+template <int unit> INLINE void store3(u8* d, size_t, Bytes a, Bytes b, Bytes c) {
+    if constexpr (unit == 1)
+        vst3q_u8(d, {{u8x16(a), u8x16(b), u8x16(c)}});
+    else
+        vst3q_u16(reinterpret_cast<u16*>(d), {{as<uint16x8_t>(a), as<uint16x8_t>(b), as<uint16x8_t>(c)}});
+}
+template <int unit> INLINE void store3(u8* d, size_t step, Bytes v) { store3<unit>(d, step, v, v, v); }
+INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) {
+    vst4q_u8(d, {{u8x16(a), u8x16(b), u8x16(c), vld4q_u8(d).val[3]}});
+}
+INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
+constexpr bool separatesAsItLoads = true;
+
+using plain::prefetch;
+
+// ---- Bytes and words
+
+INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) { return as<Bytes>(vqtbl2q_u8({{u8x16(a), u8x16(b)}}, u8x16(at))); }
+
+INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(vrhaddq_u8(u8x16(a), u8x16(b))); }
+INLINE Words meanUp(Words a, Words b) { return as<Words>(vrhaddq_u16(u16x8(a), u16x8(b))); }
+INLINE Bytes mean(Bytes a, Bytes b) { return as<Bytes>(vhaddq_u8(u8x16(a), u8x16(b))); }
+INLINE Words mean(Words a, Words b) { return as<Words>(vhaddq_u16(u16x8(a), u16x8(b))); }
+
+INLINE Words swapped(Words w) { return as<Words>(vrev16q_u8(as<uint8x16_t>(w))); }
+
+using plain::times;
+
+// Half of the doubled product.
+INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(vqdmulhq_s16(s16x8(a), s16x8(b))) >> 1; }
+
+template <int l, int r> INLINE Words pairSums(Bytes v) {
+    if constexpr (l == 1 && r == 1) return as<Words>(vpaddlq_u8(u8x16(v)));
+    return plain::pairSums<l, r>(v);
+}
+INLINE Bytes clampPairs(Ints a, Ints b) {
+    const uint8x8x2_t pairs = vzip_u8(vqmovun_s16(s16x8(a)), vqmovun_s16(s16x8(b)));
+    return as<Bytes>(vcombine_u8(pairs.val[0], pairs.val[1]));
+}
+
+// ---- The words of N bytes: those of the first half and of the second
+
+constexpr int splitPart(int i) { return i / (N / 2); }
+constexpr int splitIndex(int i) { return i % (N / 2); }
+
+template <int shift = 0> INLINE Split widen(Bytes v) {
+    return {as<Words>(vshll_n_u8(vget_low_u8(u8x16(v)), shift)), as<Words>(vshll_high_n_u8(u8x16(v), shift))};
+}
+INLINE Bytes lowBytes(Split s) { return unzip<0>(as<Bytes>(s.a), as<Bytes>(s.b)); }
+INLINE Bytes highBytes(Split s) { return unzip<1>(as<Bytes>(s.a), as<Bytes>(s.b)); }
+INLINE Bytes clamp(Split s) { return as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(s.a)), s16x8(s.b))); }
+INLINE Halves inOrder(Split s) { return {s.a, s.b}; }
+INLINE Split forPairs(Words w) {
+    const uint16x8x2_t pairs = vzipq_u16(u16x8(w), u16x8(w));
+    return {as<Words>(pairs.val[0]), as<Words>(pairs.val[1])};
+}
+INLINE Words pairMeans(Split s) { return pairSums<1, 1>(highBytes(s)) >> 1; }
+
+template <int k> INLINE uint16x8_t addProducts(uint16x8_t sum, uint8x8_t v) {
+    const uint8x8_t factor = vdup_n_u8(static_cast<u8>(k < 0 ? -k : k));
+    return k < 0 ? vmlsl_u8(sum, v, factor) : vmlal_u8(sum, v, factor);
+}
+template <Weights k> INLINE Words weigh(uint8x8_t r, uint8x8_t g, uint8x8_t b) {
+    const uint16x8_t add = vdupq_n_u16(static_cast<u16>(k.add));
+    return as<Words>(addProducts<k.b>(addProducts<k.g>(addProducts<k.r>(add, r), g), b));
+}
+template <Weights k> INLINE Split weigh(Bytes red, Bytes green, Bytes blue) {
+    const uint8x16_t r = u8x16(red), g = u8x16(green), b = u8x16(blue);
+    return {weigh<k>(vget_low_u8(r), vget_low_u8(g), vget_low_u8(b)),
+            weigh<k>(vget_high_u8(r), vget_high_u8(g), vget_high_u8(b))};
+}
+
+// ---- 32 bits: of the words of the first half and of the second
+
+template <int from> INLINE Words wordsOf(Sums s) {
+    return as<Words>(vshrn_high_n_s32(vshrn_n_s32(as<int32x4_t>(s.a), from), as<int32x4_t>(s.b), from));
+}
+
+template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
+    const auto weighed = [](uint16x4_t x, uint16x4_t y, uint16x4_t z) {
+        const uint32x4_t sum = vmlal_n_u16(vdupq_n_u32(static_cast<u32>(k.add)), x, static_cast<u16>(k.r));
+        return vmlal_n_u16(vmlal_n_u16(sum, y, static_cast<u16>(k.g)), z, static_cast<u16>(k.b));
+    };
+    const uint16x8_t x = u16x8(r), y = u16x8(g), z = u16x8(b);
+    const uint32x4_t low = weighed(vget_low_u16(x), vget_low_u16(y), vget_low_u16(z));
+    const uint32x4_t high = weighed(vget_high_u16(x), vget_high_u16(y), vget_high_u16(z));
+    return as<Words>(vshrn_high_n_u32(vshrn_n_u32(low, 8), high, 8));
+}
+
+struct PairFactors {
+    int j, k;
+};
+struct TripleFactors {
+    int i, j, k;
+};
+struct WordTriples {
+    Words a, b, c;
+};
+INLINE WordPairs pairUp(Words a, Words b) { return {a, b}; }
+INLINE WordTriples tripleUp(Words a, Words b, Words c) { return {a, b, c}; }
+
+INLINE Sums multiply(Words w, int k) {
+    const auto factor = static_cast<i16>(k);
+    return {as<Wides>(vmull_n_s16(vget_low_s16(s16x8(w)), factor)), as<Wides>(vmull_high_n_s16(s16x8(w), factor))};
+}
+INLINE Sums addProducts(Sums sum, Words w, int k) {
+    const auto factor = static_cast<i16>(k);
+    return {as<Wides>(vmlal_n_s16(as<int32x4_t>(sum.a), vget_low_s16(s16x8(w)), factor)),
+            as<Wides>(vmlal_high_n_s16(as<int32x4_t>(sum.b), s16x8(w), factor))};
+}
+INLINE Sums weigh(WordPairs w, PairFactors f) { return addProducts(multiply(w.a, f.j), w.b, f.k); }
+INLINE Sums weigh(const WordTriples& w, const TripleFactors& f) {
+    return addProducts(addProducts(multiply(w.a, f.i), w.b, f.j), w.c, f.k);
+}
+
+using plain::quadSums;
+
+} // namespace machine
+} // namespace
+} // namespace kel

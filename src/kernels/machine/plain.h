@@ -1,0 +1,163 @@
+// The operations of kernels/machine/machine.h in plain C++ and the compilers' vector arithmetic: their definition, and
+// what machines run that have no file of their own.
+#pragma once
+#include "kernels/machine/permutes.h"
+#include "kernels/vector.h"
+
+namespace kel {
+namespace {
+namespace plain {
+
+// ---- Pixels in memory
+
+INLINE void load3(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
+    u8 x[N], y[N], z[N];
+    for (int i = 0; i < N; ++i) x[i] = s[3 * i], y[i] = s[3 * i + 1], z[i] = s[3 * i + 2];
+    a = load(x), b = load(y), c = load(z);
+}
+using permutes::load4;
+
+template <class Element> INLINE void storeTriples(u8* d, size_t step, Bytes a, Bytes b, Bytes c) {
+    constexpr int count = L / static_cast<int>(sizeof(Element)); // in a lane
+    Element x[N / L][count], y[N / L][count], z[N / L][count];
+    store(x, a), store(y, b), store(z, c);
+    for (int lane = 0; lane < N / L; ++lane, d += step) {
+        Element triples[3 * count];
+        for (int i = 0; i < count; ++i)
+            triples[3 * i] = x[lane][i], triples[3 * i + 1] = y[lane][i], triples[3 * i + 2] = z[lane][i];
+        std::memcpy(d, triples, sizeof triples);
+    }
+}
+template <int unit> INLINE void store3(u8* d, size_t step, Bytes a, Bytes b, Bytes c) {
+    if constexpr (unit == 1)
+        storeTriples<u8>(d, step, a, b, c);
+    else
+        storeTriples<u16>(d, step, a, b, c);
+}
+template <int unit> INLINE void store3(u8* d, size_t step, Bytes v) { store3<unit>(d, step, v, v, v); }
+INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) { permutes::store3of4(d, a, b, c, permutes::blendQuarter); }
+INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
+
+constexpr bool separatesAsItLoads = true;
+
+// 1 KiB on. The hardware alone comes late where an image does not fit the caches: loops that write much gain up to a
+// third. It is no access to memory, so the address may lie behind the buffer.
+template <int bytes, bool forWriting> INLINE void prefetch(const u8* p) {
+    constexpr std::uintptr_t ahead = 1024, line = 64;
+    const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(p) + ahead;
+    for (std::uintptr_t i = 0; i < bytes; i += line)
+        __builtin_prefetch(reinterpret_cast<const void*>(address + i), forWriting);
+}
+
+// ---- Bytes and words
+
+INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
+    u8 bytes[2 * N], positions[N];
+    store(bytes, a), store(bytes + N, b), store(positions, at);
+    for (int i = 0; i < N; ++i) positions[i] = bytes[i / L * L + positions[i] % L + positions[i] / L * N];
+    return load(positions);
+}
+
+template <class V> INLINE V meanUp(V a, V b) { return (a | b) - ((a ^ b) >> 1); }
+template <class V> INLINE V mean(V a, V b) { return (a & b) + ((a ^ b) >> 1); }
+
+INLINE Words swapped(Words w) { return w << 8 | w >> 8; }
+
+INLINE Words times(Words w, int k) { return w * fill(k); }
+
+INLINE Ints mulHigh(Ints a, Ints b) {
+    i16 x[N / 2], y[N / 2];
+    store(x, a), store(y, b);
+    for (int i = 0; i < N / 2; ++i) x[i] = static_cast<i16>(x[i] * y[i] >> 16);
+    return load<Ints>(x);
+}
+
+template <int l, int r> INLINE Words pairSums(Bytes v) {
+    static_assert(l * l == 1 && r * r == 1);
+    const Words first = firstOfPairs(v), second = secondOfPairs(v);
+    return (l > 0 ? first : -first) + (r > 0 ? second : -second);
+}
+
+INLINE Words clamped(Ints v) {
+    v = v > 0 ? v : Ints{};
+    v = v < 255 ? v : Ints{} + 255;
+    return as<Words>(v);
+}
+INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(b) << 8); }
+
+// ---- The words of N bytes: those at even and those at odd positions, which takes masks and shifts, no shuffles
+
+constexpr int splitPart(int i) { return i % 2; }
+constexpr int splitIndex(int i) { return i / 2; }
+
+template <int shift = 0> INLINE Split widen(Bytes v) { return {firstOfPairs(v) << shift, secondOfPairs(v) << shift}; }
+INLINE Bytes lowBytes(Split s) { return as<Bytes>((s.a & 0xFF) | s.b << 8); }
+INLINE Bytes highBytes(Split s) { return as<Bytes>(s.a >> 8 | (s.b & 0xFF00)); }
+INLINE Bytes clamp(Split s) { return clampPairs(as<Ints>(s.a), as<Ints>(s.b)); }
+INLINE Halves inOrder(Split s) {
+    const Bytes even = as<Bytes>(s.a), odd = as<Bytes>(s.b);
+    return {as<Words>(zip<2, 0>(even, odd)), as<Words>(zip<2, 1>(even, odd))};
+}
+INLINE Split forPairs(Words w) { return {w, w}; }
+INLINE Words pairMeans(Split s) { return ((s.a >> 8) + (s.b >> 8)) >> 1; }
+
+template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
+    const Split x = widen(r), y = widen(g), z = widen(b);
+    return {x.a * fill(k.r) + y.a * fill(k.g) + z.a * fill(k.b) + fill(k.add),
+            x.b * fill(k.r) + y.b * fill(k.g) + z.b * fill(k.b) + fill(k.add)};
+}
+
+// ---- 32 bits: of the words at even and at odd positions
+
+template <int from> INLINE Words wordsOf(Sums s) {
+    return mix(as<Words>(as<UnsignedWides>(s.a) >> from), as<Words>(as<UnsignedWides>(s.b) << (16 - from)));
+}
+
+template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
+    static_assert(k.r + k.g + k.b == 256);
+    const auto weighed = [](UnsignedWides x, UnsignedWides y, UnsignedWides z) {
+        return x * static_cast<u32>(k.r) + y * static_cast<u32>(k.g) + z * static_cast<u32>(k.b) + k.add;
+    };
+    const auto even = [](Words w) { return as<UnsignedWides>(w) & 0xFFFF; };
+    const auto odd = [](Words w) { return as<UnsignedWides>(w) >> 16; };
+    return wordsOf<8>({as<Wides>(weighed(even(r), even(g), even(b))), as<Wides>(weighed(odd(r), odd(g), odd(b)))});
+}
+
+INLINE Sums multiply(Words w, int k) {
+    const Wides pairs = as<Wides>(w);
+    return {(pairs << 16 >> 16) * k, (pairs >> 16) * k};
+}
+
+struct PairFactors {
+    int j, k;
+};
+INLINE WordPairs pairUp(Words a, Words b) { return {a, b}; }
+INLINE Sums weigh(WordPairs w, PairFactors f) { return multiply(w.a, f.j) + multiply(w.b, f.k); }
+
+struct WordTriples {
+    Words a, b, c;
+};
+struct TripleFactors {
+    int i, j, k;
+};
+INLINE WordTriples tripleUp(Words a, Words b, Words c) { return {a, b, c}; }
+INLINE Sums weigh(const WordTriples& w, const TripleFactors& f) {
+    return multiply(w.a, f.i) + multiply(w.b, f.j) + multiply(w.c, f.k);
+}
+
+INLINE UnsignedWides quadSums(Bytes weights, Bytes samples, int add) {
+    u8 w[N];
+    std::int8_t v[N];
+    u32 sums[N / 4];
+    store(w, weights), store(v, samples);
+    for (int i = 0; i < N / 4; ++i) {
+        int sum = add + (1 << 15);
+        for (int k = 4 * i; k < 4 * i + 4; ++k) sum += w[k] * v[k];
+        sums[i] = static_cast<u32>(sum);
+    }
+    return load<UnsignedWides>(sums);
+}
+
+} // namespace plain
+} // namespace
+} // namespace kel
