@@ -51,6 +51,9 @@ step "Tests with the thread sanitizer" run_tests tsan
 $all || exit 0
 
 # ---- What takes longer
+scripts/packages.sh cross
+step "aarch64: build" build aarch64
+step "aarch64: tests, in an emulator" run_tests aarch64
 scripts/packages.sh web
 step "WebAssembly" web/run_tests.sh
 step "Debian packages, built twice with the same bytes; lintian" scripts/package.sh --twice

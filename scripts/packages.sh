@@ -1,11 +1,10 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that the project uses, if any is missing. This is the one list of them.
 #
-#     scripts/packages.sh [build|test|bench|package|web|docs]     build: the library, its converter; test: what the tests need as
-#                                                        well; bench: the libraries to compare with, and what
-#                                                        bench/report.sh uses; package: what scripts/package.sh uses; web: the
-#                                                        module for browsers, and its tests; docs: what makes the
-#                                                        documents' pictures
+# scripts/packages.sh [build|test|bench|package|web|docs|cross]
+#     build: the library, its converter; test: what the tests need as well; bench: the libraries to compare with, and what
+#     bench/report.sh uses; package: what scripts/package.sh uses; web: the module for browsers, and its tests; docs: what
+#     makes the documents' pictures; cross: building for other machines, and emulators of them
 set -euo pipefail
 
 build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
@@ -20,6 +19,7 @@ package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintia
     dh-python pybuild-plugin-pyproject python3-all python3-setuptools)
 web=("${build[@]}" emscripten nodejs)
 docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
+cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest)
 
 case ${1:-build} in
 test) wanted=("${test[@]}") ;;
@@ -27,6 +27,7 @@ bench) wanted=("${bench[@]}") ;;
 package) wanted=("${package[@]}") ;;
 web) wanted=("${web[@]}") ;;
 docs) wanted=("${docs[@]}") ;;
+cross) wanted=("${cross[@]}") ;;
 *) wanted=("${build[@]}") ;;
 esac
 
