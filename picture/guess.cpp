@@ -83,6 +83,7 @@ Index leftOf(Kind kind, Index i) {
 // ---- What a model costs
 
 constexpr int runLength = 32, runs = 500;
+constexpr double impossible = 1e9; // too small for any run
 
 class Random { // the same numbers every time
 public:
@@ -111,7 +112,7 @@ double costOf(Dump dump, const Layout& layout, Index width, Index height) {
     const Ratio ratio = ratioOf(layout.kind);
     const Index row = width * ratio.samples / ratio.pixels, above = layout.kind == Kind::mosaic ? 2 * row : row;
     const Index firstRow = above / row, margin = 6;
-    if (row < margin + runLength + 2 || height <= firstRow) return 1e9;
+    if (row < margin + runLength + 2 || height <= firstRow) return impossible;
     const int bits = bitsOf(layout.storage), modulus = 1 << bits;
     Random random;
     double sum = 0;
@@ -282,6 +283,8 @@ void describe(Dump dump, Guess& guess) {
 
 std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_t count) {
     std::vector<Guess> guesses;
+    constexpr std::size_t fewestBytes = 128;
+    if (dump.size() < fewestBytes) return guesses;
     for (const Layout& layout : layouts) {
         const Index pixels = pixelsOf(dump, layout);
         const double samplesInByte = 8. / bitsOf(layout.storage), doubts = doubtsOf(dump, layout.storage);
@@ -289,8 +292,9 @@ std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_
             if (pixels % width != 0) continue;
             for (const Index w : {width, pixels / width}) {
                 if (!fits(layout, w, pixels / w)) continue;
-                const double cost =
-                    costOf(dump, layout, w, pixels / w) * samplesInByte + strangeness(w, pixels / w, usual) + doubts;
+                const double samples = costOf(dump, layout, w, pixels / w);
+                if (samples == impossible) continue;
+                const double cost = samples * samplesInByte + strangeness(w, pixels / w, usual) + doubts;
                 guesses.push_back({layout.storage, layout.kind, 8, false, false, true, static_cast<std::uint32_t>(w),
                                    static_cast<std::uint32_t>(pixels / w), cost});
                 if (width * width == pixels) break;

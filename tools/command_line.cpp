@@ -97,7 +97,8 @@ constexpr auto convertExamples =
     "      A mosaic whose fine lines would show false colours, with the sensor's colours corrected.\n"
     "  orvella convert -f Mono8 -s 768x576 --deinterlace --flip 180 frame.raw frame.png\n"
     "      Two fields of a camera that hangs upside down.\n"
-    "  orvella grab -n 250 - | orvella convert -f BayerRG8 -s 640x480 --frame all --type y4m -j 2 - - | ffmpeg -i - "
+    "  orvella grab -f BayerRG8 -s 640x480 -n 250 - | orvella convert -f BayerRG8 -s 640x480 --frame all --type y4m -j "
+    "2 - - | ffmpeg -i - "
     "video.mp4\n"
     "      A camera's frames become a video.\n"
     "  orvella convert -f BayerRG8 -s 640x480 -j 4 recording/ --output-directory pictures --type png\n"
@@ -105,8 +106,11 @@ constexpr auto convertExamples =
 
 void addInputOptions(CLI::App& command, ConvertOptions& options) {
     const std::string files = "Files with more than a frame";
-    add(command, "--skip", options.skip, "BYTES", "What stands before the first frame")->group(files);
-    add(command, "--stride", options.stride, "BYTES", "From row to row, if rows are padded")->group(files);
+    const CLI::Range bytes(std::uint64_t{0}, std::uint64_t{1} << 40);
+    add(command, "--skip", options.skip, "BYTES", "What stands before the first frame")->check(bytes)->group(files);
+    add(command, "--stride", options.stride, "BYTES", "From row to row, if rows are padded")
+        ->check(bytes)
+        ->group(files);
     add(command, "--frame", options.frames, "N|A-B|all", "Which frames of a file that holds several, from 1")
         ->group(files);
 }

@@ -62,7 +62,6 @@ private:
         for (const Entry& entry : entries_) count += entry.input.count().value_or(1);
         return count;
     }
-    bool isSingle() const { return entries_.size() == 1 && !entries_.front().input.hasSeveral(); }
 
     void work() {
         while (std::optional<Frame> frame = next()) {
@@ -119,7 +118,7 @@ private:
         } catch (const Refusal&) {
             failure_ = std::current_exception();
         } catch (const Error& error) { // the next file may be better
-            if (isSingle()) {
+            if (entries_.size() == 1) {
                 failure_ = std::current_exception();
                 return;
             }

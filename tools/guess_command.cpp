@@ -22,15 +22,15 @@ std::string optionsFor(const FrameFormat& frame) {
 }
 
 void print(const std::filesystem::path& path, const Bytes& dump, const std::vector<FrameGuess>& guesses) {
-    std::printf("%s has %zu bytes, which may be (and could be coded with so many bits for each byte)\n",
-                inputName(path).c_str(), dump.size());
+    std::printf("%s, %zu bytes, may be\n", inputName(path).c_str(), dump.size());
     int rank = 0;
     for (const FrameGuess& guess : guesses) {
         std::string line = optionsFor(guess.frames[0]);
         if (guess.frames.size() > 1)
-            line += "   or " + std::string(guess.frames[1].pixels.name) + ", which has red and blue exchanged";
+            line += "   or " + std::string(guess.frames[1].pixels.name) + ", red and blue exchanged";
         std::printf("%2d  %.2f  %s\n", ++rank, guess.cost, line.c_str());
     }
+    std::puts("The number: bits that a byte of it would take if it were so; the fewer, the likelier.");
     if (path == "-") return;
     std::printf("Look at the first: orvella convert --auto %s %s picture.png\n",
                 optionsFor(guesses[0].frames[0]).c_str(), path.c_str());
