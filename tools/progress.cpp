@@ -1,5 +1,6 @@
 #include "progress.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <unistd.h>
 
@@ -11,7 +12,8 @@ void Progress::show(std::size_t done, const std::string& current) const {
     if (!visible_) return;
     constexpr std::size_t width = 30;
     std::string bar(width, ' ');
-    bar.replace(0, width * done / steps_, width * done / steps_, '#');
+    const std::size_t filled = width * std::min(done, steps_) / steps_; // of streams, more may come than was known
+    bar.replace(0, filled, filled, '#');
     clear();
     std::fprintf(stderr, "[%s] %zu/%zu %.40s", bar.c_str(), done, steps_, current.c_str());
     std::fflush(stderr);
