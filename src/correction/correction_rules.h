@@ -30,7 +30,7 @@ struct RowFactors {
     i32 total; // of the coefficients
 
     INLINE explicit RowFactors(const i32 (&row)[3])
-        : factors(TripleFactors(row[0], row[1], row[2])), total(static_cast<i32>(i64{row[0]} + row[1] + row[2])) {}
+        : factors(TripleFactors{row[0], row[1], row[2]}), total(static_cast<i32>(i64{row[0]} + row[1] + row[2])) {}
 };
 struct MatrixFactors {
     RowFactors r, g, b;

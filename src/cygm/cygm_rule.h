@@ -56,10 +56,10 @@ private:
     // A channel's factors for (C, D).
     static INLINE PairFactors factors(size_t upperLine, QAndP k) {
         switch (upperLine % 4) {
-        case 0: return PairFactors(k.q, k.p);
-        case 1: return PairFactors(k.q, -k.p);
-        case 2: return PairFactors(-k.p, -k.q);
-        default: return PairFactors(-k.p, k.q);
+        case 0: return PairFactors{k.q, k.p};
+        case 1: return PairFactors{k.q, -k.p};
+        case 2: return PairFactors{-k.p, -k.q};
+        default: return PairFactors{-k.p, k.q};
         }
     }
     static INLINE Ints channel(const CygmTerms& t, const PairFactors& factors) {

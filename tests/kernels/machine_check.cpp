@@ -132,8 +132,8 @@ const char* in32Bits(Random& random) {
     const Words u = random.vector<Words>(), v = random.vector<Words>(), w = random.vector<Words>();
     const int j = random.byte() * 90 - 9000, k = random.byte() * 30;
     KEL_COMPARE(m::weigh<bt709>(u, v, w))
-    KEL_COMPARE(m::wordsOf<10>(m::weigh(m::pairUp(u, v), m::PairFactors(j, k))))
-    KEL_COMPARE(m::wordsOf<16>(m::weigh(m::tripleUp(u, v, w), m::TripleFactors(j, k, -j))))
+    KEL_COMPARE(m::wordsOf<10>(m::weigh(m::pairUp(u, v), m::PairFactors{j, k})))
+    KEL_COMPARE(m::wordsOf<16>(m::weigh(m::tripleUp(u, v, w), m::TripleFactors{j, k, -j})))
     KEL_COMPARE(m::quadSums(as<Bytes>(UnsignedWides{} + (77 | 150 << 8 | 29 << 16)), as<Bytes>(u), 128) & 0xFFFF)
     return nullptr;
 }
