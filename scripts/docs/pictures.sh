@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Makes every picture of docs/pictures, and the tables that belong to them.
+# Makes every picture of the documents but those of timings, and the tables that belong to them.
 #
 #     scripts/docs/pictures.sh [build/release] [folder of photographs]        wants 'scripts/packages.sh docs'
 set -euo pipefail
@@ -9,6 +9,9 @@ build=${1:-build/release}
 scripts/docs/layouts.py
 scripts/docs/mistakes.py "$build"
 scripts/docs/formats.py "$build/tools/orvella"
-"$build/tools/orvella" chart -f BayerRG12p -s 640x480 - |
-    "$build/tools/orvella" convert -f BayerRG12p -s 640x480 - docs/pictures/chart.png
+dump=$(mktemp)
+trap 'rm -f "$dump"' EXIT
+"$build/tools/orvella" chart -f BayerRG12p -s 640x480 "$dump"
+"$build/tools/orvella" convert -f BayerRG12p -s 640x480 --type png "$dump" docs/pictures/chart.png
+"$build/tools/orvella" guess --sheet docs/guess.png "$dump" >/dev/null
 scripts/docs/gallery.py --build "$build" ${2:+--photos "$2"}

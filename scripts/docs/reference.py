@@ -2,6 +2,8 @@
 import ast
 import re
 
+BREAK = "\v"  # of a line within a cell
+
 
 class Declarations:
     """A comment and the declarations below it."""
@@ -73,13 +75,16 @@ def as_table(lines, known):
     rows = []
     for line in (line[indent:] for line in lines):
         if line.startswith(" ") and rows:
-            rows[-1][-1] += " " + line.strip()
+            # What stands further in than the column is a list in it.
+            rows[-1][-1] += (BREAK if len(line) - len(line.lstrip()) > column else " ") + line.strip()
         else:
             rows.append(re.split(r"\s{2,}", line, maxsplit=1))
+            column = line.index(rows[-1][-1]) if len(rows[-1]) == 2 else len(line)
     if all(len(row) == 1 for row in rows):
         return [*(f"- {linked(row[0], known)}" for row in rows), ""]
     if all(len(row) == 2 and "   " not in row[1] for row in rows):
-        return ["| | |", "|---|---|", *("| " + " | ".join(linked(cell, known) for cell in row) + " |" for row in rows), ""]
+        return ["| | |", "|---|---|", *("| " + " | ".join(linked(cell, known).replace(BREAK, "<br>") for cell in row) + " |"
+                                         for row in rows), ""]
     return ["```text", *(line[indent:] for line in lines), "```", ""]
 
 
