@@ -282,7 +282,7 @@ TEST(CppConvert, TouchesNothingOutside) {
     EXPECT_GT(converted, 1000);
 }
 
-TEST(CppConvert, BandsEqualTheWhole) {
+TEST(CppThreads, BandsEqualTheWhole) {
     using enum PixelFormat;
     const auto threads = [](std::size_t n, const Job& job) {
         std::vector<std::jthread> pool;
