@@ -4,7 +4,6 @@ import os
 import pathlib
 import posixpath
 import re
-import subprocess
 import sys
 
 from mkdocs.structure.files import File
@@ -33,13 +32,6 @@ def page_of(path):
     return shown_by.get(path)
 
 
-def tracked():
-    listing = subprocess.run(["git", "ls-files"], cwd=ROOT, capture_output=True, text=True)
-    if listing.returncode == 0:
-        return listing.stdout.split()
-    return [str(path.relative_to(ROOT)) for path in ROOT.rglob("*") if "build" not in path.parts] # a tarball
-
-
 def add_linked(path, pages):
     """Follows the links of a page to files outside of docs/."""
     for target in LINK.findall((ROOT / path).read_text()):
@@ -64,7 +56,7 @@ def on_files(files, config):
         "reference/cpp.md": reference.cpp_page([(f"orvella/{name}", header(name)) for name in CPP], "C++"),
         "reference/python.md": reference.python_page(ROOT / "python/orvella"),
     }
-    for path in ["CHANGELOG.md", *(path for path in tracked() if path.startswith("docs/") and path.endswith(".md"))]:
+    for path in ["CHANGELOG.md", *(str(page.relative_to(ROOT)) for page in (ROOT / "docs").rglob("*.md"))]:
         if not path.startswith("docs/"):
             shown_by[path] = origin[path] = path
             pages[path] = (ROOT / path).read_text()

@@ -48,8 +48,8 @@ class Page(html.parser.HTMLParser):
                 self.anchors.add(value)
 
 
-files = subprocess.run(["git", "ls-files", "*.md"], cwd=repository, capture_output=True, text=True, check=True)
-for file in (repository / name for name in files.stdout.split()):
+# Whatever lies deeper than docs and their like is made, not written.
+for file in (file for depth in ("*", "*/*", "*/*/*") for file in repository.glob(f"{depth}.md") if "build" not in file.relative_to(repository).parts):
     for target in re.findall(r"\]\(([^)\s]+)\)", without_code(file.read_text())):
         check(file, target, markdown_anchors)
 
