@@ -69,12 +69,11 @@ class Tree:
 
     def failure_among(self, tests):
         done = self.run("ctest", "--test-dir", "build", "-j", str(self.jobs), "-LE", "emulated", "-R", tests,
-                        "--stop-on-failure", "--timeout", "120")
+                        "--stop-on-failure", "--timeout", "600")
         if done.returncode == 0:
             return None
-        failed = re.search(r"\*\*\*(?:Failed|Timeout|Exception\S*)", done.stdout)
-        line = done.stdout[:failed.start()].splitlines()[-1] if failed else done.stdout
-        return re.sub(r".*Test +#\d+: *(\S+).*", r"\1", line).strip()
+        failed = re.search(r".*Test +#\d+: *(\S+).*\*\*\*(Failed|Timeout|Exception\S*)", done.stdout)
+        return f"{failed[1]} ({failed[2].lower()})" if failed else done.stdout
 
     def plant(self, fault, targets):
         file = self.path / fault.file
