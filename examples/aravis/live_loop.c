@@ -51,6 +51,9 @@ int main(int argc, char** argv) {
     }
     const double seconds = (double)(g_get_monotonic_time() - begin) * 1e-6;
     arv_camera_stop_acquisition(camera, NULL);
+    g_object_unref(stream);
+    g_object_unref(camera);
+    free(bgr);
     printf("%d frames converted, %d lost, %.1f frames/s\n", converted, lost, converted / seconds);
     return converted == 0;
 }

@@ -34,6 +34,7 @@ int main(int argc, char** argv) {
                                    " ! appsink name=sink sync=false max-buffers=4",
                                    NULL);
     GstElement* const pipeline = gst_parse_launch(line, &error);
+    g_free(line);
     if (error) return fprintf(stderr, "%s\n", error->message), 1;
     GstAppSink* const sink = GST_APP_SINK(gst_bin_get_by_name(GST_BIN(pipeline), "sink"));
     gst_element_set_state(pipeline, GST_STATE_PLAYING);
@@ -48,5 +49,7 @@ int main(int argc, char** argv) {
     printf("%d frames, mean green of the last %.1f, %.1f frames/s\n", frames, green,
            frames / ((double)(g_get_monotonic_time() - begin) * 1e-6));
     gst_element_set_state(pipeline, GST_STATE_NULL);
+    gst_object_unref(sink);
+    gst_object_unref(pipeline);
     return frames == 0;
 }

@@ -9,7 +9,6 @@
 #include <orvella/orvella.hpp>
 
 namespace {
-
 // The matrix keeps its memory as long as the size is the same; its rows may be apart.
 void convert(ArvBuffer* buffer, orvella::Converter& converter, cv::Mat& bgr) {
     std::size_t length = 0;
@@ -21,7 +20,6 @@ void convert(ArvBuffer* buffer, orvella::Converter& converter, cv::Mat& bgr) {
                              static_cast<std::ptrdiff_t>(bgr.step[0]));
     converter.convert({data, length, format, size}, picture);
 }
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -35,7 +33,6 @@ int main(int argc, char** argv) {
     for (int i = 0; i < 5; ++i) arv_stream_push_buffer(stream, arv_buffer_new(payload, nullptr));
     arv_camera_set_frame_rate(camera, 1000, nullptr);
     arv_camera_start_acquisition(camera, nullptr);
-
     const auto begin = std::chrono::steady_clock::now();
     const int wanted = argc > 2 ? std::atoi(argv[2]) : 50;
     orvella::Converter converter;
@@ -51,9 +48,11 @@ int main(int argc, char** argv) {
         }
         arv_stream_push_buffer(stream, buffer);
     }
-    const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - begin;
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now() - begin;
     arv_camera_stop_acquisition(camera, nullptr);
+    g_object_unref(stream);
+    g_object_unref(camera);
     std::printf("%d frames of %dx%d, mean green %.1f, %.1f frames/s\n", frames, bgr.cols, bgr.rows, cv::mean(smooth)[1],
-                frames / seconds.count());
+                frames / time.count());
     return frames == 0;
 }
