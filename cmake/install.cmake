@@ -1,6 +1,6 @@
 # The installed package: find_package(orvella) gives the target orvella::orvella, pkg-config the module orvella. Both work
 # out their paths from where they lie, so that the tree can be moved, unless a folder of it is given absolutely. The
-# components are runtime, development and tools.
+# components are runtime, development, tools and (integrations/gstreamer) gstreamer.
 include(CMakePackageConfigHelpers)
 
 set(absolute FALSE)

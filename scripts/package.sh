@@ -54,7 +54,7 @@ if $twice; then
     echo "Both builds are the same, bit for bit"
 fi
 
-rm -rf "$folder"
 mkdir -p "$folder"
+rm -f "$folder"/*orvella*_*
 cp "$work/one"/*.deb "$work/one"/*.dsc "$work/one"/*.tar.* "$work/one"/*.changes "$work/one"/*.buildinfo "$folder"
 ls "$folder"/*.deb
