@@ -45,7 +45,7 @@ class _Plan:
         self.is_stream = False
         self.reads_beyond = False
         self.is_corrected = False
-        self.eight_bits: Optional[_Plan] = None  # makes a mosaic of 8 bits first
+        self.mosaic: Optional[_Plan] = None  # makes another mosaic first
         self.is_plain = False  # one call does it all
 
     def call(self, source: int, target: int, count: int) -> None:
@@ -132,18 +132,19 @@ def _plan(format: FormatLike, size: tuple[int, ...], what: OutputLike, debayer: 
     def is_offered(image: _library.Image, what: Output) -> bool:
         return _is_offered(image, Output.Bgr48 if what is Output.Rgb48 else what, option)
 
-    deep: Optional[_library.Image] = None
-    # Deep mosaics ignore the method in the library; here they do what is asked for, in two steps.
+    # Deep mosaics ignore the method in the library; here they do what is asked for, in two steps: 10p and 12p by way of
+    # 16-bit words, all by way of their top eight bits.
     ignores_method = own.is_mosaic and own.bits != 8 and method is not Debayer.Mode2x2
-    if ignores_method or not is_offered(source, to):
-        deep, source = source, _top_bits(source)
-        outputs = [other for other in Output if is_offered(source, other)]
-        if not own.is_mosaic or to not in outputs:
-            by = f" by {method.name.replace('Mode', '')}" if own.is_mosaic else ""
-            listed = ", ".join(other.name for other in outputs) if own.is_mosaic else ", ".join(
-                other.name for other in Output if is_offered(deep, other))
-            raise Error(f"{own.name}{by}{' and a matrix' if matrix is not None else ''} does not become {to.name}: "
-                        f"it becomes {listed or 'nothing'}", _NOT_IMPLEMENTED)
+    ways = [] if ignores_method else [source]
+    if own.is_mosaic and own.bits != 8:
+        ways += [_as_mosaic(source, 16)] * (own.layout == 13 and not ignores_method) + [_as_mosaic(source, 8)]
+    way = next((way for way in ways if is_offered(way, to)), None)
+    if way is None:
+        by = f" by {method.name.replace('Mode', '')}" if own.is_mosaic else ""
+        listed = ", ".join(other.name for other in Output if any(is_offered(way, other) for way in ways))
+        raise Error(f"{own.name}{by}{' and a matrix' if matrix is not None else ''} does not become {to.name}: "
+                    f"it becomes {listed or 'nothing'}", _NOT_IMPLEMENTED)
+    deep, source = (None if way is source else source), way
     _check_size(own, width, height, to, method, matrix is not None)
     shape = (height, width, _CHANNELS[to]) if to in _CHANNELS else (height, width)
     plan = _Plan(source, to, option, shape, own)
@@ -156,19 +157,19 @@ def _plan(format: FormatLike, size: tuple[int, ...], what: OutputLike, debayer: 
     if deep is not None:
         pixel = deep.ImageInfo.PixelInfo
         pixel.PixelLayout, pixel.BayerPattern = _MONO_LAYOUTS[own.layout], 255
-        plan.eight_bits = _Plan(deep, Output.Mono8, _library.TransformInfo(TransformType=1), (height, width),
+        grey = Output.Mono16 if source.ImageInfo.PixelInfo.BitsPerPixel == 16 else Output.Mono8
+        plan.mosaic = _Plan(deep, grey, _library.TransformInfo(TransformType=1), (height, width),
                                 own)
     plan.is_plain = not (plan.is_stream or plan.is_corrected or plan.reads_beyond or deep or to is Output.Rgb48
                          or own.is_mosaic and width % own.group)
     return plan
 
 
-def _top_bits(source: _library.Image) -> _library.Image:
-    """The record of the mosaic's top eight bits."""
+def _as_mosaic(source: _library.Image, bits: int) -> _library.Image:
+    """The record of a mosaic with the same colours, of bytes or of little-endian words."""
     image = type(source).from_buffer_copy(source)
     pixel = image.ImageInfo.PixelInfo
-    if pixel.PixelLayout in _MONO_LAYOUTS:
-        pixel.BitsPerPixel, pixel.BitsUsed, pixel.Alignment, pixel.Endianness, pixel.PixelLayout = 8, 8, 1, 0, 2
+    pixel.BitsPerPixel, pixel.BitsUsed, pixel.Alignment, pixel.Endianness, pixel.PixelLayout = bits, bits, 1, 0, 2
     return image
 
 
@@ -210,8 +211,8 @@ def convert(data: Any, format: FormatLike, size: Sequence[int], to: OutputLike =
     format:     PixelFormat, its name ("BayerRG12p") or its PFNC code.
     size:       (width, height) in pixels.
     to:         Output or its name.
-    debayer:    "2x2", "3x3", "LCAA", "LCAAV" or "YUV422"; mosaics only. Of deeper mosaics, the methods behind the first (and
-                outputs that these do not become by themselves) take the top eight bits of the samples.
+    debayer:    "2x2", "3x3", "LCAA", "LCAAV" or "YUV422"; mosaics only. Of deeper mosaics, the methods behind the first, and
+                outputs that these do not become otherwise, take the top eight bits of the samples.
     matrix:     nine floats, row by row: R', G', B' from R, G, B.
     stride:     bytes from line to line; negative: the first line is the last one in memory. None: no padding.
     out:        the array to write into, with any strides; it is returned.
@@ -273,10 +274,10 @@ def convert(data: Any, format: FormatLike, size: Sequence[int], to: OutputLike =
     if is_plain:
         lines = lines_of(data, plan.info, width, height, stride)
     source = lines if lines.ndim == 1 else np.ascontiguousarray(lines).reshape(-1)
-    if plan.eight_bits is not None:
-        mosaic = np.empty(width * height, np.uint8)
-        _transform(plan.eight_bits, source, mosaic)
-        source = mosaic
+    if plan.mosaic is not None:
+        mosaic: Any = np.empty(plan.mosaic.shape, plan.mosaic.dtype)
+        _transform(plan.mosaic, source, mosaic)
+        source = mosaic.reshape(-1).view(np.uint8)
     elif plan.is_stream and np.may_share_memory(source, lines) and not (overwrite and lines.flags.writeable):
         source = source.copy()
     _transform(plan, source, picture)

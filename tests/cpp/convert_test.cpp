@@ -46,7 +46,9 @@ Layout anyLayout(std::int64_t line, std::int64_t count, Dice& dice) {
 
 // What the C function makes of a dense image.
 Bytes expected(const naive::Image& image, Output output, const Options& options, Bytes picture) {
-    if (takesTopBits(image.info->format, output, options)) {
+    if (!detail::contains(detail::directOutputs(*image.info, options), output)) {
+        if (!takesTopBits(image.info->format, output, options))
+            return expected(naive::inWords(image), output, options, picture);
         Options rest = options;
         rest.bitsUsed.reset();
         rest.alignment = Alignment::Low;

@@ -116,6 +116,13 @@ inline Image topBits(Image image, const orvella::Options& options) {
     return image;
 }
 
+// A mosaic of 16 bits.
+inline Image inWords(Image image) {
+    for (Pixel& pixel : image.pixels) pixel <<= 16 - image.info->bits();
+    image.info = &orvella::infoOf(orvella::PixelFormat::BayerRG16);
+    return image;
+}
+
 inline std::string coloursOf(const orvella::FormatInfo& info) {
     constexpr const char* names[] = {"RGGB", "GBRG", "GRBG", "BGGR"};
     return info.isMosaic() ? names[info.bayer] : "";

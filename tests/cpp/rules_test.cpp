@@ -21,7 +21,8 @@ static_assert(find("pixelformatBAYERrg8") == BayerRG8 && !find("BayerRG9") && in
 static_assert(phase(BayerRG10p, 3, 1) == BayerBG10p && phase(BayerGB16, -1, 0) == BayerBG16 &&
               phase(Mono8, 1, 1) == Mono8);
 static_assert(takesTopBits(BayerRG12p, Output::Rgb24, {.debayer = Debayer::LCAA}) &&
-              !takesTopBits(BayerRG12p, Output::Rgb24));
+              !takesTopBits(BayerRG12p, Output::Rgb24) && offers(BayerRG12p, Output::Rgb48) &&
+              !takesTopBits(BayerRG12p, Output::Rgb48));
 static_assert(!offers(Rgb16, Output::Rgb24) && offers(BayerRG16, Output::Rgb48) && !offers(Mono8, Output{40}));
 
 std::array<std::uint8_t, 4096> memory, target;

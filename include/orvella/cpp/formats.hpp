@@ -339,17 +339,21 @@ constexpr Outputs directOutputs(const FormatInfo& info, const Options& options) 
     }
 }
 
-// The mosaic of 8 bits with the same colours.
-constexpr const FormatInfo& mosaicOf8Bits(const FormatInfo& mosaic) {
+// The mosaic with the same colours in words or bytes.
+constexpr const FormatInfo& mosaicOf(unsigned bits, const FormatInfo& mosaic) {
     for (const FormatInfo& info : formats)
-        if (info.bits() == 8 && info.bayer == mosaic.bayer) return info;
+        if (info.bits() == bits && info.bitsUsed == bits && info.bayer == mosaic.bayer) return info;
     return mosaic;
 }
 
-// Deeper mosaics become by their top eight bits what they do not become directly.
+// By two calls: 10p and 12p by the mosaic of their samples in 16-bit words, deep mosaics by that of their top eight bits.
+constexpr Outputs outputsByWords(const FormatInfo& info, const Options& options) {
+    return info.layout == OrvPixelLayoutRawP ? directOutputs(mosaicOf(16, info), options) : 0;
+}
 constexpr Outputs outputsOf(const FormatInfo& info, const Options& options) {
     const Outputs direct = directOutputs(info, options);
-    return info.isMosaic() ? direct | directOutputs(mosaicOf8Bits(info), options) : direct;
+    if (!info.isMosaic()) return direct;
+    return direct | outputsByWords(info, options) | directOutputs(mosaicOf(8, info), options);
 }
 
 constexpr bool contains(Outputs set, Output output) {
@@ -367,7 +371,9 @@ constexpr bool offers(PixelFormat format, Output output, const Options& options 
 // Whether only the top eight bits of a deep mosaic's samples count: for all methods but 2x2, and for what 2x2 and the
 // matrix do not write from more.
 constexpr bool takesTopBits(PixelFormat format, Output output, const Options& options = {}) {
-    return offers(format, output, options) && !detail::contains(detail::directOutputs(infoOf(format), options), output);
+    const FormatInfo& info = infoOf(format);
+    const detail::Outputs full = detail::directOutputs(info, options) | detail::outputsByWords(info, options);
+    return offers(format, output, options) && !detail::contains(full, output);
 }
 
 } // namespace orvella

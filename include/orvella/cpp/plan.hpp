@@ -154,8 +154,9 @@ private:
         height_ = frame.size().height;
         phase_ = info.isMosaic() ? phaseOf(info.bayer) : 0;
         isMirrored_ = frame.isMirrored();
-        takesTopBits_ = takesTopBits(info.format, picture.output(), options);
-        isOverwritable_ = frame.isOverwritable() && source_.areDense && !isMirrored_ && !takesTopBits_;
+        if (!contains(directOutputs(info, options), picture.output()))
+            sampleBytes_ = takesTopBits(info.format, picture.output(), options) ? 1 : 2;
+        isOverwritable_ = frame.isOverwritable() && source_.areDense && !isMirrored_ && sampleBytes_ == 0;
         hasMatrix_ = options.matrix.has_value();
         swapsChannels_ = picture.output() == Output::Rgb48;
         hasFourth_ = bitsPerPixel(picture.output()) == 32;
@@ -172,7 +173,7 @@ private:
                        from_.ImageInfo.PixelInfo.BitsUsed == 16 && options.byteOrder == ByteOrder::Little &&
                        output >= OrvOutputBgr24 && output <= OrvOutputRgba32;
         const bool hasWholeLines = static_cast<std::uint64_t>(width_) * info.bits() % 8 == 0;
-        way_ = takesTopBits_                                                          ? Way::Gathered
+        way_ = sampleBytes_ > 0                                                       ? Way::Gathered
                : source_.areDense && target_.areDense && !isMirrored_                 ? Way::Direct
                : rule_ == Rule::Run && hasWholeLines && !isMirrored_ && !readsBeyond_ ? Way::ByLine
                                                                                       : Way::Gathered;
@@ -190,15 +191,16 @@ private:
             from_.ImageInfo.PixelInfo.Alignment = static_cast<std::uint32_t>(options.alignment);
             from_.ImageInfo.PixelInfo.Endianness = static_cast<std::uint32_t>(options.byteOrder);
         }
-        if (takesTopBits_) {
-            // The samples without their mosaic become Mono8 first.
+        if (sampleBytes_ > 0) {
+            // The samples without their mosaic become Mono8 or Mono16 first.
             samples_ = from_;
             OrvPixelInfo& pixel = samples_.ImageInfo.PixelInfo;
             pixel.BayerPattern = OrvBayerPatternNone;
             pixel.PixelLayout = info_->layout == OrvPixelLayoutRaw         ? OrvPixelLayoutMono
                                 : info_->layout == OrvPixelLayoutRawPacked ? OrvPixelLayoutMonoPacked
                                                                            : OrvPixelLayoutMonoP;
-            OrvSetImageInfoFromPixelFormat(static_cast<std::uint32_t>(mosaicOf8Bits(*info_).format), 1, 1, &from_);
+            OrvSetImageInfoFromPixelFormat(static_cast<std::uint32_t>(mosaicOf(8 * sampleBytes_, *info_).format), 1, 1,
+                                           &from_);
         }
         if (options.matrix)
             OrvSetColorCorrectionMatrix3x3(options.matrix->data(), &option_);
@@ -299,15 +301,16 @@ private:
         return result;
     }
 
-    // Lines in dense memory: where they are, or copied; of deep mosaics that only the top bits are wanted of, these.
+    // Lines in dense memory: where they are, or copied; or made into another mosaic.
     const std::byte* gather(std::int64_t from, std::int64_t to, std::byte* scratch) const {
         const std::byte* const lines = isCopied() ? copy(from, to, scratch) : sourceAt(from);
-        if (!takesTopBits_) return lines;
+        if (sampleBytes_ == 0) return lines;
         std::byte* const mosaic = scratch + copyScratch();
         OrvImage samples = samples_, grey{};
         grey.Size = sizeof grey;
         const auto count = static_cast<std::uint32_t>(to - from);
-        OrvSetImageInfoOutput(OrvOutputMono8, static_cast<std::uint32_t>(width_), count, &grey);
+        OrvSetImageInfoOutput(sampleBytes_ == 1 ? OrvOutputMono8 : OrvOutputMono16, static_cast<std::uint32_t>(width_),
+                              count, &grey);
         samples.ImageInfo.Width = grey.ImageInfo.Width;
         samples.ImageInfo.Height = count;
         samples.Data = const_cast<std::byte*>(lines);
@@ -379,14 +382,14 @@ private:
         return static_cast<std::uint64_t>(lines);
     }
     bool isCopied() const {
-        if (isStream() && !takesTopBits_) return !isOverwritable_;
+        if (isStream() && sampleBytes_ == 0) return !isOverwritable_;
         return (isStream() || way_ == Way::Gathered) && (!source_.areDense || isMirrored_ || readsBeyond_);
     }
     std::uint64_t copyScratch() const {
         return isCopied() ? padded(plus(times(scratchLines(), source_.length), 1)) : 0;
     }
     std::uint64_t sourceScratch() const {
-        const std::uint64_t mosaic = takesTopBits_ ? times(scratchLines(), static_cast<std::uint64_t>(width_)) : 0;
+        const std::uint64_t mosaic = times(scratchLines(), static_cast<std::uint64_t>(width_) * sampleBytes_);
         return plus(copyScratch(), padded(mosaic));
     }
     std::uint64_t targetScratch() const {
@@ -404,7 +407,8 @@ private:
     Rule rule_ = Rule::Run;
     Way way_ = Way::Direct;
     bool isMirrored_ = false, isOverwritable_ = false, hasMatrix_ = false, swapsChannels_ = false, hasFourth_ = false,
-         readsBeyond_ = false, takesTopBits_ = false;
+         readsBeyond_ = false;
+    unsigned sampleBytes_ = 0; // of the mosaic that is made first, if one is
     std::optional<std::uint8_t> alpha_;
     OrvImage from_{}, to_{}, samples_{};
     OrvTransformInfo option_{};
