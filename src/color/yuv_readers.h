@@ -89,16 +89,16 @@ struct TruncatedSums {
     }
 
 private:
-    // In 32 bits, as a plain loop. The fractions are exact here: no double sum is closer to an integer than 1 / 10000.
+    // The fractions are exact: no double sum is closer to an integer than 1 / 10000. And a float quotient, which is the
+    // nearest one to the exact one, lies on the same side of it.
     static INLINE Ints greenOffset(Ints u, Ints v) {
-        constexpr int count = N / 2;
-        alignas(N) i16 x[count], y[count], offset[count];
-        store(x, u), store(y, v);
-        for (int i = 0; i < count; ++i) {
-            const int whole = -(3457 * x[i] + 7144 * y[i]) / 10000;
-            offset[i] = static_cast<i16>(whole < -128 ? -128 : whole > 127 ? 127 : whole);
-        }
-        return load<Ints>(offset);
+        using Floats = VectorOf<float, N>::type;
+        const auto quotient = [](Wides sum) {
+            return __builtin_convertvector(__builtin_convertvector(sum, Floats) / 10000.0F, Wides);
+        };
+        const Sums sums = weigh(pairUp(as<Words>(u), as<Words>(v)), PairFactors{-3457, -7144});
+        const Sums offset = clamp(Sums{quotient(sums.a), quotient(sums.b)}, -128, 127);
+        return as<Ints>(wordsOf<16>(Sums{offset.a << 16, offset.b << 16}));
     }
 };
 
