@@ -97,9 +97,9 @@ def draw_bytes(drawing, layout, left, top, name=str):
                 end += 1
             if byte[column]:
                 high, low = byte[column][1], byte[end - 1][1]
-                drawing.text(x + (column + end) / 2 * CELL, top + TALL + 15, name(byte[column][0]), 10.5)
-                drawing.text(x + (column + end) / 2 * CELL, top + TALL + 28, f"{high}..{low}" if high > low else f"{high}", 9.5,
-                             colour=FAINT)
+                middle = x + (column + end) / 2 * CELL
+                drawing.text(middle, top + TALL + 15, name(byte[column][0]), 10.5)
+                drawing.text(middle, top + TALL + 28, f"{high}..{low}" if high > low else f"{high}", 9.5, colour=FAINT)
             column = end
 
 
@@ -135,7 +135,7 @@ def yuv():
             drawing.text(x + width / 2, top - 6, f"byte {number}", 10, colour=FAINT)
             drawing.box(x, top, width, TALL, PARTS[part[0]], part[0], 13, "bold")
             pixels = sum(part[0] == "Y" for part in parts)
-            whose = f"pixel {part[1:]}" if part[1:] else ("pixel 0" if pixels == 1 else ("pixels 0 to 3" if pixels == 4 else "pixels 0, 1"))
+            whose = f"pixel {part[1:]}" if part[1:] else {1: "pixel 0", 2: "pixels 0, 1", 4: "pixels 0 to 3"}[pixels]
             drawing.text(x + width / 2, top + TALL + 14, whose, 9.5, colour=FAINT)
     return drawing.svg("The bytes of YUV 4:1:1, 4:2:2 and 4:4:4")
 
@@ -176,7 +176,8 @@ def cygm():
 def pfnc_code():
     drawing = Drawing()
     parts = [("0x", "", UNUSED, 1.1), ("01", "one sample per pixel\n(02: several)", PIXELS[0], 1.7),
-             ("0C", "bits of a pixel in memory:\n0C is 12", PIXELS[1], 1.8), ("0059", "the number of\nBayerRG12p", PIXELS[2], 1.8)]
+             ("0C", "bits of a pixel in memory:\n0C is 12", PIXELS[1], 1.8),
+             ("0059", "the number of\nBayerRG12p", PIXELS[2], 1.8)]
     x, unit = 40, 90
     for digits, meaning, fill, width in parts:
         wide = unit * width * 1.15

@@ -55,8 +55,9 @@ def run(block, command, folder):
 def compiled(block, language, source, folder):
     compiler, standard = LANGUAGES[language]
     (folder / f"program.{language}").write_text(source)
-    flags = ["-Wall", "-Wextra", "-Wno-unused", "-Wno-unknown-pragmas", f"-I{prefix}/include", f"program.{language}", f"-L{LIBRARIES}", "-lorvella"]
-    run(block, [compiler, *standard, *flags, "-o", "program"], folder)
+    warnings = ["-Wall", "-Wextra", "-Wno-unused", "-Wno-unknown-pragmas"]
+    run(block, [compiler, *standard, *warnings, f"-I{prefix}/include", f"program.{language}", "-o", "program",
+                f"-L{LIBRARIES}", "-lorvella"], folder)
     return run(block, ["./program"], folder)
 
 

@@ -49,7 +49,8 @@ class Page(html.parser.HTMLParser):
 
 
 # Whatever lies deeper than docs and their like is made, not written.
-for file in (file for depth in ("*", "*/*", "*/*/*") for file in repository.glob(f"{depth}.md") if "build" not in file.relative_to(repository).parts):
+written = [file for depth in ("*", "*/*", "*/*/*") for file in repository.glob(f"{depth}.md")]
+for file in (file for file in written if "build" not in file.relative_to(repository).parts):
     for target in re.findall(r"\]\(([^)\s]+)\)", without_code(file.read_text())):
         check(file, target, markdown_anchors)
 
