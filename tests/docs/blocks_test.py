@@ -42,7 +42,7 @@ class Block:
 
 
 def fail(block, text):
-    sys.exit(f"{block.where}: {text}\n--- {block.language}\n{block.code}")
+    sys.exit(f"{block.where}: {text}\n--- {block.language}\n{block.code}(How blocks are set up: {__file__})")
 
 
 def run(block, command, folder):
