@@ -27,6 +27,14 @@ public:
         black_ = s.black;
     }
     float grey(std::uint16_t sample) const { return (sample - black_) * grey_; }
+    // No channel has a part in another one.
+    bool isDiagonal() const {
+        for (unsigned row = 0; row < 3; ++row)
+            for (unsigned column = 0; column < 3; ++column)
+                if (row != column && factors_[row][column] != 0) return false;
+        return true;
+    }
+    float channel(unsigned c, std::uint16_t sample) const { return added_[c] + factors_[c][c] * sample; }
     std::array<float, 3> colour(const std::uint16_t* pixel) const {
         std::array<float, 3> result = added_;
         for (unsigned row = 0; row < 3; ++row)
@@ -84,8 +92,17 @@ void develop(Samples samples, unsigned channels, const Settings& settings) {
     const Exposed exposed(settings);
     const float scale = white / std::max(settings.high - settings.low, 1.f);
     const auto finished = [&](float value) { return table[rounded((value - settings.low) * scale)]; };
-    if (channels == 1) {
-        for (std::uint16_t& sample : samples) sample = finished(exposed.grey(sample));
+    if (channels == 1 || exposed.isDiagonal()) { // then all that can become of a sample is known beforehand
+        std::vector<std::uint16_t> tables[3];
+        for (unsigned c = 0; c < channels; ++c) {
+            tables[c].resize(0x10000);
+            for (unsigned value = 0; value < 0x10000; ++value) {
+                const auto sample = static_cast<std::uint16_t>(value);
+                tables[c][value] = finished(channels == 1 ? exposed.grey(sample) : exposed.channel(c, sample));
+            }
+        }
+        for (std::size_t i = 0; i + channels <= samples.size(); i += channels)
+            for (unsigned c = 0; c < channels; ++c) samples[i + c] = tables[c][samples[i + c]];
         return;
     }
     for (std::size_t i = 0; i + 2 < samples.size(); i += 3) {

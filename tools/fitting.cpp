@@ -1,5 +1,6 @@
 #include "fitting.h"
 
+#include <algorithm>
 #include <vector>
 
 #include "transform.h"
@@ -45,7 +46,8 @@ std::string fitting(const FrameFormat& expected, std::uint64_t expectedBytes, st
     const auto addSize = [&](Size size) {
         FrameFormat frame = expected;
         frame.size = size;
-        if (fits.size() < 6 && byteCount(frame) == fileBytes) fits.push_back(text(frame));
+        const bool known = std::find(fits.begin(), fits.end(), text(frame)) != fits.end();
+        if (fits.size() < 6 && !known && byteCount(frame) == fileBytes) fits.push_back(text(frame));
     };
     for (const Size& size : usual) addSize(size);
     const auto [width, height] = expected.size;

@@ -91,11 +91,15 @@ export interface Orvella {
   named(name: string): { format?: string; size?: string; bitsUsed?: number };
   /** What a dump without a header may hold, from its bytes alone, the best first. */
   guess(bytes: ArrayBuffer | ArrayBufferView, count?: number): (Frame & { size: string })[];
+  /** A test chart, as a camera would send it. */
+  chart(frame: Frame): Uint8Array;
   /** Bytes of a stored frame and of its rows, 0 if they are not whole bytes. */
   stored(frame: Frame): { frame: number; row: number };
 
   /** Takes a frame to be rendered again and again. */
-  look(bytes: ArrayBuffer | ArrayBufferView, frame: Frame): { histograms: Histogram[]; warning: string };
+  look(bytes: ArrayBuffer | ArrayBufferView, frame: Frame): void;
+  /** Of that frame's samples. A warning, if some are above what so many bits can hold. */
+  statistics(): { histograms: Histogram[]; warning: string };
   /** A picture of that frame, as the converter makes it in Mono8 or RGB24. */
   render(look: Look): Rendering;
   /** What the camera gave for the pixels of a part of that frame, row by row: one sample of grey and mosaics, others more. */

@@ -84,7 +84,16 @@ class Orvella {
   }
 
   look(bytes, frame) {
-    return this.#json("load", frame, bytes);
+    this.#call("load", frame, bytes);
+  }
+
+  statistics() {
+    return this.#json("statistics");
+  }
+
+  chart(frame) {
+    this.#call("chart", frame);
+    return this.#result();
   }
 
   render(options) {

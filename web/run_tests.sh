@@ -1,11 +1,26 @@
 #!/usr/bin/env bash
-# Builds the module and tests it, where emscripten and node are installed. Wants the converter of the release build.
+# Builds the module and the viewer and tests them, as far as what that takes is installed. Wants the converter of the
+# release build.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+export ORVELLA=$PWD/build/release/tools/orvella MODULE=$PWD/build/web/web
 
-for program in em++ node; do
-    command -v $program >/dev/null || { echo "Skipped: $program is missing"; exit 0; }
-done
+wants() { # the test, programs...
+    for program in "${@:2}"; do
+        command -v "$program" >/dev/null || { echo "Skipped: $1, as $program is missing"; return 1; }
+    done
+}
+
+wants "WebAssembly" em++ node || exit 0
 cmake --preset web
 cmake --build --preset web --parallel "$(nproc)"
-ORVELLA=$PWD/build/release/tools/orvella MODULE=$PWD/build/web/web node --test web/tests/
+node --test web/tests/module.test.mjs
+
+wants "the viewer" esbuild chromium chromedriver || exit 0
+/usr/bin/python3 -c 'import selenium' 2>/dev/null || { echo "Skipped: the viewer, as python3-selenium is missing"; exit 0; }
+if wants "the viewer's accessibility" npm; then
+    npm ci --prefix web --ignore-scripts --no-audit --no-fund
+    export AXE=$PWD/web/node_modules/axe-core/axe.min.js
+fi
+cd web/tests
+/usr/bin/python3 -m unittest viewer_test

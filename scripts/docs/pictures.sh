@@ -15,3 +15,6 @@ trap 'rm -f "$dump"' EXIT
 "$build/tools/orvella" convert -f BayerRG12p -s 640x480 --type png "$dump" docs/pictures/chart.png
 "$build/tools/orvella" guess --sheet docs/guess.png "$dump" >/dev/null
 scripts/docs/gallery.py --build "$build" ${2:+--photos "$2"}
+if [ -n "${2:-}" ] && [ -e build/web/web/orvella-viewer.html ]; then
+    scripts/docs/viewer.py build/web/web "$2"/rose_BayerRG14lsb_768x512.raw
+fi

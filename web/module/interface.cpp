@@ -8,6 +8,7 @@
 #include "conversion.h"
 #include "errors.h"
 #include "frames/named.h"
+#include "frames/pack.h"
 #include "frames/samples.h"
 #include "guesses.h"
 #include "json.h"
@@ -139,6 +140,16 @@ EXPORT(orvella_guess) bool guess(const std::uint8_t* data, std::size_t size, std
     });
 }
 
+// Bytes: a test chart, as a camera would send it.
+EXPORT(orvella_chart) bool chart(const char* options) {
+    return attempt([&] {
+        const tool::FrameFormat frame = parseOptions(options).frame.frame();
+        if (const std::string missing = frames::missingFor(frame); !missing.empty())
+            throw tool::UsageError("a chart in " + std::string(frame.pixels.name) + " needs " + missing);
+        bytes = frames::pack(frames::makeChart(frame.size), frame);
+    });
+}
+
 // {frame, row}: in bytes.
 EXPORT(orvella_stored) bool stored(const char* options) {
     return attempt([&] {
@@ -158,11 +169,17 @@ EXPORT(orvella_convert) bool convert(const char* options, const std::uint8_t* da
     });
 }
 
-// Takes a frame to look at. Its histograms, and a warning of samples above what they can be.
+// Takes a frame to look at.
 EXPORT(orvella_load) bool load(const char* options, const std::uint8_t* data, std::size_t size) {
     return attempt([&] {
         const Options parsed = parseOptions(options);
         session.load(parsed, frameBytes(parsed, data, size));
+    });
+}
+
+// Of its samples: {histograms, warning}, the latter of samples above what they can be.
+EXPORT(orvella_statistics) bool statistics() {
+    return attempt([] {
         text = JsonObject()
                    .addText("histograms", sensorHistograms(session.frame(), session.bytes()))
                    .add("warning", tool::excess(session.frame(), session.bytes()))

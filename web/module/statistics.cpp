@@ -17,12 +17,13 @@ public:
     // Of values below 2 to the power of `bits`, or above them, which count as the greatest.
     explicit Histogram(unsigned bits) : shift_(std::max(bits, 8u) - 8) {}
 
-    void add(unsigned value) {
-        ++counts_[std::min(value >> shift_, bins - 1)];
+    void add(unsigned value, std::uint32_t times = 1) {
+        if (times == 0) return;
+        counts_[std::min(value >> shift_, bins - 1)] += times;
         least_ = std::min(least_, value);
         most_ = std::max(most_, value);
-        sum_ += value;
-        ++total_;
+        sum_ += std::uint64_t{value} * times;
+        total_ += times;
     }
     std::string text(std::string_view name) const {
         const double mean = total_ == 0 ? 0 : static_cast<double>(sum_) / static_cast<double>(total_);
@@ -91,8 +92,12 @@ std::string sensorHistograms(const tool::FrameFormat& frame, std::span<const std
 }
 
 std::string pictureHistograms(std::span<const std::uint8_t> bytes, unsigned channels) {
+    std::array<std::array<std::uint32_t, bins>, 3> counts{};
+    for (std::size_t i = 0; i + channels <= bytes.size(); i += channels)
+        for (unsigned channel = 0; channel < channels; ++channel) ++counts[channel][bytes[i + channel]];
     std::vector<Histogram> histograms(channels, Histogram(8));
-    for (std::size_t i = 0; i < bytes.size(); ++i) histograms[i % channels].add(bytes[i]);
+    for (unsigned channel = 0; channel < channels; ++channel)
+        for (unsigned value = 0; value < bins; ++value) histograms[channel].add(value, counts[channel][value]);
     return listOf(histograms, channels == 1 ? "Y" : "RGB");
 }
 

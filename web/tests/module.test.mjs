@@ -73,12 +73,13 @@ test("padded rows, histograms, names", async () => {
   const padded = Uint8Array.of(1, 2, 99, 3, 4);
   assert.deepEqual([...await convert(padded, "Mono8", "2x2", "Mono8", { stride: 3 })], [1, 2, 3, 4]);
   assert.deepEqual(orvella.stored({ format: "Mono8", size: "2x2", stride: 3 }), { frame: 6, row: 2 });
-  const { histograms: [grey], warning } = orvella.look(Uint16Array.of(7, 1023, 8, 2000), { format: "Mono10", size: "2x2" });
+  orvella.look(Uint16Array.of(7, 1023, 8, 2000), { format: "Mono10", size: "2x2" });
+  const { histograms: [grey], warning } = orvella.statistics();
   assert.deepEqual([grey.least, grey.mean, grey.most, grey.counts[1], grey.counts[255]], [7, 759.5, 2000, 1, 2]);
   assert.match(warning, /1 samples are above the 1023 of 10 bits/);
   assert.deepEqual(orvella.named("rose_BayerRG14lsb_768x512.raw"), { format: "BayerRG16", bitsUsed: 14, size: "768x512" });
   assert.deepEqual(orvella.named("nothing.bin"), {});
-  const guesses = orvella.guess(program("chart", "-f", "Mono12p", "-s", "320x240", "-"));
+  const guesses = orvella.guess(orvella.chart({ format: "Mono12p", size: "320x240" }));
   assert.deepEqual(guesses[0], { format: "Mono12p", size: "320x240" });
 });
 
