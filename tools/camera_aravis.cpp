@@ -129,7 +129,7 @@ std::vector<Camera> findCameras() {
         cameras.push_back(
             {text(arv_get_device_id(i)), simulated ? "simulated in this program" : description, simulated});
     }
-    std::ranges::stable_partition(cameras, [](const Camera& camera) { return !camera.simulated; });
+    std::stable_partition(cameras.begin(), cameras.end(), [](const Camera& camera) { return !camera.simulated; });
     return cameras;
 }
 

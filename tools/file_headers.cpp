@@ -68,7 +68,7 @@ std::optional<FileHeader> pnmHeader(const fs::path& path, const std::string& con
 
 // NumPy's header is a dictionary: {'descr': '<u2', 'fortran_order': False, 'shape': (480, 640), }.
 std::optional<FileHeader> npyHeader(const fs::path& path, const std::string& content) {
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(content[i]); };
+    const auto byte = [&](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(content[i])}; };
     const auto after = [&](const std::string& key) { // what stands behind it, without blanks
         const std::size_t at = content.find("'" + key + "':");
         return at == std::string::npos ? std::string()

@@ -45,8 +45,8 @@ TEST_F(Inputs, MayBePaddedAndSeveralInAFile) {
     std::string frames[3], padded = "header", all;
     for (int i = 0; i < 3; ++i) {
         frames[i] = chart("-f BayerRG8 -s 64x48");
-        std::rotate(frames[i].begin(), frames[i].begin() + i * 64 * 2, frames[i].end());
-        for (int y = 0; y < 48; ++y) padded += frames[i].substr(64 * y, 64) + "pad";
+        std::rotate(frames[i].begin(), frames[i].begin() + std::ptrdiff_t{i} * 64 * 2, frames[i].end());
+        for (std::size_t y = 0; y < 48; ++y) padded += frames[i].substr(64 * y, 64) + "pad";
         all += bytes("-f BayerRG8 -s 64x48 -", frames[i]);
     }
     writeFile(path("in.raw"), padded);
