@@ -2,7 +2,7 @@
 # Installs what is missing, then builds and runs the tests, a line for each step. A step that fails shows what failed.
 #
 #     ./test.sh        a release build at every instruction-set level that the machine has (and, emulated, on older ones),
-#                      a static library, the installed package, clang with its sanitizers, the formatting
+#                      a static library, the installed package, clang, the sanitizers, the formatting
 #     ./test.sh all    what takes longer, too: the Debian packages of the last commit, installed into a fresh Debian 12
 set -euo pipefail
 cd "$(dirname "$0")"
@@ -45,8 +45,10 @@ step "Release build" build release
 step "All tests, at every instruction-set level" run_tests release
 step "Build of a static library, lowest level" build static
 step "Its conversions, its package" run_tests static
-step "Build with clang 14, its address and undefined sanitizers" build asan
-step "Tests with them" run_tests asan
+step "Build with clang 14" build clang
+step "Its conversions" run_tests clang
+step "Build with address and undefined-behaviour sanitizers" build asan
+step "Tests with address and undefined-behaviour sanitizers" run_tests asan
 step "Build with clang's thread sanitizer, lowest level" build tsan
 step "Tests with it" run_tests tsan
 $all || exit 0
