@@ -339,6 +339,8 @@ TEST(Pipelines, TakeAGigECamerasFrames) {
 } // namespace
 
 int main(int argc, char** argv) {
+    setenv("GST_REGISTRY_FORK", "no", 1); // a process of its own could not load a plugin with a sanitizer in it
+    setenv("G_DEBUG", "fatal-criticals", 1);
     gst_init(&argc, &argv);
     testing::InitGoogleTest(&argc, argv);
 #ifdef ORVELLA_HAVE_ARAVIS

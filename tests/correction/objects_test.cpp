@@ -116,11 +116,14 @@ TEST(ColorCorrectionObjects, CanBeMadeAndDestroyedByManyThreads) {
 // A thread that outlives main() goes on making and destroying objects while the process is taken down.
 TEST(ColorCorrectionObjects, CanBeMadeWhileTheProcessExits) {
     const auto exitDuringAStorm = [] {
-        static ColorCorrectionHandle handle = nullptr; // keeps the last one in reach
-        const auto makeOne = [] { OrvCreateColorCorrectionMatrix_Int8(identity, &handle); };
+        const auto makeOne = [] {
+            ColorCorrectionHandle handle = nullptr;
+            OrvCreateColorCorrectionMatrix_Int8(identity, &handle);
+            kept().push_back(handle);
+        };
         for (int i = 0; i < 100'000; ++i) makeOne();
         std::thread([makeOne] {
-            for (;;) makeOne(), OrvDestroyColorCorrection(handle);
+            for (;;) makeOne(), OrvDestroyColorCorrection(kept().back());
         }).detach();
         std::exit(0);
     };
