@@ -58,7 +58,11 @@ function(orvella_add_per_level name)
       list(APPEND flags -msimd128)
     endif()
     # No link-time optimisation: it could mix code of one level into another.
-    target_compile_options(${objects} PRIVATE ${flags} -O3 -Wno-psabi -fno-lto)
+    set(optimisation -O3)
+    if(ORVELLA_SANITIZE)
+      set(optimisation -O1) # takes a third less time to compile
+    endif()
+    target_compile_options(${objects} PRIVATE ${flags} ${optimisation} -Wno-psabi -fno-lto)
     list(APPEND libraries ${objects})
   endforeach()
   set(${name} ${libraries} PARENT_SCOPE)
