@@ -19,7 +19,7 @@ package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintia
     dh-python pybuild-plugin-pyproject python3-all python3-setuptools)
 web=("${build[@]}" emscripten nodejs esbuild chromium chromium-driver python3-selenium)
 docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
-cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest)
+cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest llvm-19)
 
 case ${1:-build} in
 test) wanted=("${test[@]}") ;;
