@@ -35,10 +35,25 @@ OrvTransformInfo debayer(OrvDebayerMode mode) {
     OrvSetDebayerMode(mode, &option);
     return option;
 }
-OrvTransformInfo matrix() {
+OrvTransformInfo matrix(const float (&coefficients)[9]) {
     OrvTransformInfo option{};
-    OrvSetColorCorrectionMatrix3x3(colourMatrix, &option);
+    OrvSetColorCorrectionMatrix3x3(coefficients, &option);
     return option;
+}
+
+// What the "matrix" rows use.
+struct Matrix {
+    OrvTransformInfo option;                                       // with the coefficients
+    ColorCorrectionHandle for8Bits = nullptr, for16Bits = nullptr; // outputs
+
+    explicit Matrix(const float (&coefficients)[9]) : option(matrix(coefficients)) {
+        OrvCreateColorCorrectionMatrix_Int8(coefficients, &for8Bits);
+        OrvCreateColorCorrectionMatrix_Int16(coefficients, &for16Bits);
+    }
+};
+Matrix& used() {
+    static Matrix matrix(colourMatrix);
+    return matrix;
 }
 
 class List {
@@ -150,7 +165,8 @@ public:
                 to.Size = sizeof to;
                 to.Data = d;
                 OrvSetImageInfoOutput(code, width, height, &to);
-                return OrvImageTransform(&from, &to, &option, 1);
+                const bool isMatrix = option.TransformType == OrvTransformTypeColorCorrection;
+                return OrvImageTransform(&from, &to, isMatrix ? &used().option : &option, 1);
             };
             rows.push_back(std::move(row));
         }
@@ -189,18 +205,11 @@ template <auto function>
 OrvErrorType ofMosaic(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t pattern) {
     return function(d, s, w, h, static_cast<std::int32_t>(pattern));
 }
-// With an object of the catalogue's matrix, for outputs of 8 or 16 bits a channel.
-template <int bits> ColorCorrectionHandle correction() {
-    static const ColorCorrectionHandle made = [] {
-        ColorCorrectionHandle handle = nullptr;
-        (bits == 8 ? OrvCreateColorCorrectionMatrix_Int8 : OrvCreateColorCorrectionMatrix_Int16)(colourMatrix, &handle);
-        return handle;
-    }();
-    return made;
-}
+// With an object of the matrix, for outputs of 8 or 16 bits a channel.
 template <auto function, int bits>
 OrvErrorType corrected(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t pattern) {
-    return function(d, s, w, h, static_cast<std::int32_t>(pattern), correction<bits>());
+    const Matrix& matrix = used();
+    return function(d, s, w, h, static_cast<std::int32_t>(pattern), bits == 8 ? matrix.for8Bits : matrix.for16Bits);
 }
 template <auto function, bool withLuma>
 OrvErrorType ofPlanes(void* d, void* s, std::uint32_t w, std::uint32_t h, std::uint32_t) {
@@ -286,16 +295,16 @@ std::vector<Conversion> all() {
     list.addCall("Mono12Packed", "whole", "Mono16 big-endian", 12, 2, ofSize(OrvPacked12BitTo16Bit), 2);
     list.addInPlaceCall("Mono12Packed", "one call", "Mono8", 12, 1, ofSize(OrvPacked12BitTo8Bit), 2);
 
-    list.add(rgb("RGB8", OrvPixelFormatRgb8), {1, 2, 3, 4}, "matrix", matrix());
-    list.add(rgb("BGR8", OrvPixelFormatBgr8), {1, 2, 3, 4}, "matrix", matrix());
-    list.add(rgb("RGBA8", OrvPixelFormatRgba8), {1, 2, 3, 4}, "matrix", matrix());
-    list.add(rgb("BGRA8", OrvPixelFormatBgra8), {1, 2, 3, 4}, "matrix", matrix());
-    list.add(ofAnySize(bayer8), {0, 1, 3, 5}, "matrix", matrix());
-    list.add(ofAnySize(bayer10), {7, 8, 9}, "matrix", matrix());
-    list.add(ofAnySize(bayer12), {7, 8, 9}, "matrix", matrix());
-    list.add(ofAnySize(bayer16), {7, 8, 9}, "matrix", matrix());
-    list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix());
-    list.add(ofAnySize(bayer12Packed), {1, 9}, "matrix", matrix());
+    list.add(rgb("RGB8", OrvPixelFormatRgb8), {1, 2, 3, 4}, "matrix", matrix(colourMatrix));
+    list.add(rgb("BGR8", OrvPixelFormatBgr8), {1, 2, 3, 4}, "matrix", matrix(colourMatrix));
+    list.add(rgb("RGBA8", OrvPixelFormatRgba8), {1, 2, 3, 4}, "matrix", matrix(colourMatrix));
+    list.add(rgb("BGRA8", OrvPixelFormatBgra8), {1, 2, 3, 4}, "matrix", matrix(colourMatrix));
+    list.add(ofAnySize(bayer8), {0, 1, 3, 5}, "matrix", matrix(colourMatrix));
+    list.add(ofAnySize(bayer10), {7, 8, 9}, "matrix", matrix(colourMatrix));
+    list.add(ofAnySize(bayer12), {7, 8, 9}, "matrix", matrix(colourMatrix));
+    list.add(ofAnySize(bayer16), {7, 8, 9}, "matrix", matrix(colourMatrix));
+    list.add(ofAnySize(bigEndian(bayer16)), {7, 8, 9}, "matrix", matrix(colourMatrix));
+    list.add(ofAnySize(bayer12Packed), {1, 9}, "matrix", matrix(colourMatrix));
 
     list.addCygm("", OrvIRaw8CYGMImageTransform, 2);
     list.addCygm("3x3", OrvIRaw8CYGMImageTransform_3x3, 4);
@@ -349,6 +358,15 @@ std::size_t Conversion::destinationSize(std::uint32_t width, std::uint32_t heigh
 }
 
 std::uint32_t Conversion::destinationWidth(std::uint32_t width) const { return width * stretch[0] / stretch[1]; }
+
+void useMatrix(const float (&coefficients)[9]) {
+    Matrix& matrix = used();
+    OrvDestroyColorCorrection(matrix.for8Bits);
+    OrvDestroyColorCorrection(matrix.for16Bits);
+    matrix = Matrix(coefficients);
+}
+
+const float* matrixInUse() { return used().option.Parameter.Matrix; }
 
 const std::vector<Conversion>& conversions() {
     static const std::vector<Conversion> list = all();

@@ -45,4 +45,8 @@ struct Conversion {
 
 const std::vector<Conversion>& conversions();
 
+// From now on the "matrix" rows apply this one in place of catalogue/colour_matrix.h. Not while conversions run.
+void useMatrix(const float (&coefficients)[9]);
+const float* matrixInUse();
+
 } // namespace catalogue
