@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
+#include <ranges>
 #include <stdexcept>
 
 namespace bench {
 
 const char* const usage = "usage: orvella_bench [table|scaling|linearity|machine] [--filter REGEX] [--size WxH]...\n"
-                          "                     [--levels all|best] [--peers all|none] [--quick] [--json FILE]\n";
+                          "                     [--levels LEVEL,...] [--peers all|none] [--quick] [--json FILE]\n";
 
 namespace {
 
@@ -18,18 +20,32 @@ Size parseSize(const std::string& text) {
     return size;
 }
 
-bool isFirst(const std::string& value, const std::string& first, const std::string& second, const std::string& option) {
-    if (value != first && value != second)
-        throw std::invalid_argument(option + " wants " + first + " or " + second + ", not " + value);
-    return value == first;
+std::vector<kel::Level> levelsOfThisMachine() {
+    std::vector<kel::Level> levels(std::begin(kel::levels), std::end(kel::levels));
+    std::erase_if(levels, [](kel::Level level) { return level > kel::highestLevel(); });
+    return levels;
+}
+
+std::vector<kel::Level> parseLevels(const std::string& list) {
+    std::vector<std::string> names;
+    for (const auto name : std::views::split(list, ',')) names.emplace_back(name.begin(), name.end());
+    std::vector<kel::Level> levels = levelsOfThisMachine();
+    std::erase_if(levels, [&](kel::Level level) { return std::ranges::count(names, kel::nameOf(level)) == 0; });
+    if (levels.size() != names.size())
+        throw std::invalid_argument("--levels: this machine does not have all of " + list);
+    return levels;
+}
+
+bool parsePeers(const std::string& value) {
+    if (value != "all" && value != "none") throw std::invalid_argument("--peers wants all or none, not " + value);
+    return value == "all";
 }
 
 } // namespace
 
-std::string text(Size size) { return std::to_string(size.width) + "x" + std::to_string(size.height); }
-
 Arguments parse(int count, char** values) {
     Arguments arguments;
+    arguments.levels = levelsOfThisMachine();
     for (int i = 1; i < count; ++i) {
         const std::string option = values[i];
         const auto value = [&]() -> std::string {
@@ -43,9 +59,9 @@ Arguments parse(int count, char** values) {
         else if (option == "--size")
             arguments.sizes.push_back(parseSize(value()));
         else if (option == "--levels")
-            arguments.allLevels = isFirst(value(), "all", "best", option);
+            arguments.levels = parseLevels(value());
         else if (option == "--peers")
-            arguments.withPeers = isFirst(value(), "all", "none", option);
+            arguments.withPeers = parsePeers(value());
         else if (option == "--quick")
             arguments.quick = true;
         else if (option == "--json")

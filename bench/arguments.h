@@ -1,28 +1,23 @@
 // The command line of orvella_bench.
 #pragma once
-#include <cstdint>
 #include <optional>
 #include <regex>
 #include <string>
 #include <vector>
 
 #include "bench/measure.h"
+#include "bench/size.h"
 #include "catalogue/conversions.h"
+#include "kernels/level.h"
 
 namespace bench {
-
-struct Size {
-    std::uint32_t width, height;
-
-    std::size_t pixels() const { return std::size_t{width} * height; }
-};
-std::string text(Size size); // "640x480"
 
 struct Arguments {
     std::string mode = "table";
     std::optional<std::regex> filter;
-    std::vector<Size> sizes; // empty: those of the mode
-    bool allLevels = true, withPeers = true, quick = false;
+    std::vector<Size> sizes;        // empty: those of the mode
+    std::vector<kel::Level> levels; // from low to high, all of this machine unless asked for others
+    bool withPeers = true, quick = false;
     std::string json;
 
     Effort effort() const { return quick ? Effort{5, 0.0005} : Effort{25, 0.002}; }

@@ -102,7 +102,7 @@ class Code:
 
 
 def bench_command(program, conversion, size, json_file):
-    return [program, "--filter", "^" + re.escape(conversion) + "$", "--levels", "best", "--peers", "none",
+    return [program, "--filter", "^" + re.escape(conversion) + "$", "--levels", LEVEL, "--peers", "none",
             "--size", size, "--json", json_file]
 
 

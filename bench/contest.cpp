@@ -64,21 +64,26 @@ const Result* Outcome::find(const std::string& name) const {
     return found == results.end() ? nullptr : &*found;
 }
 
-Contest::Contest(std::vector<kel::Level> levels, std::vector<Peer> peers)
-    : levels_(std::move(levels)), peers_(std::move(peers)) {
+Contest::Contest(std::vector<kel::Level> levels, bool withPeers) : levels_(std::move(levels)) {
+    if (withPeers) peers_ = peers(levelNames());
     std::vector<std::string> known;
     for (const Conversion& conversion : catalogue::conversions()) known.push_back(conversion.name());
     for (const Peer& peer : peers_)
         for (const PeerRow& row : peer.rows)
             if (std::ranges::count(known, row.conversion) == 0)
-                throw std::runtime_error(peer.name + "'s table names '" + row.conversion +
+                throw std::runtime_error(peer.name() + "'s table names '" + row.conversion +
                                          "', which the catalogue does not");
 }
 
-std::vector<std::string> Contest::names() const {
+std::vector<std::string> Contest::levelNames() const {
     std::vector<std::string> names;
     for (const kel::Level level : levels_) names.push_back(kel::nameOf(level));
-    for (const Peer& peer : peers_) names.push_back(peer.name);
+    return names;
+}
+
+std::vector<std::string> Contest::names() const {
+    std::vector<std::string> names = levelNames();
+    for (const Peer& peer : peers_) names.push_back(peer.name());
     return names;
 }
 
@@ -102,12 +107,13 @@ void Contest::check(const Conversion& conversion) const {
     for (const Peer& peer : peers_) {
         const PeerRow* row = find(peer, conversion.name());
         if (!row) continue;
+        if (peer.enter) peer.enter();
         const Bytes result = resultOf(conversion.onlyInPlace && !row->outOfPlace, [&](auto* to, auto* from) {
             row->prepare({to, from, checkedSize.width, checkedSize.height})();
         });
         const double difference = usualDifference(conversion, expected, result);
         if (difference > tolerance(row->likeness))
-            throw std::runtime_error(peer.name + "'s " + conversion.name() + " differs from ours by " +
+            throw std::runtime_error(peer.name() + "'s " + conversion.name() + " differs from ours by " +
                                      std::to_string(difference) + " of 256 steps");
     }
 }
@@ -122,19 +128,13 @@ Outcome Contest::run(const Conversion& conversion, Size size, const Memory& memo
     for (const kel::Level level : levels_) add(ours(conversion, size, memory, level), Likeness::same);
     const Job job{memory.to(), memory.from(), size.width, size.height};
     for (const Peer& peer : peers_)
-        if (const PeerRow* row = find(peer, conversion.name())) add({peer.name, row->prepare(job)}, row->likeness);
+        if (const PeerRow* row = find(peer, conversion.name()))
+            add({peer.name(), row->prepare(job), peer.enter}, row->likeness);
 
     const std::vector<double> seconds = measure(contestants, effort);
     outcome.copySeconds = seconds[0];
     for (std::size_t i = 0; i < outcome.results.size(); ++i) outcome.results[i].seconds = seconds[i + 1];
     return outcome;
-}
-
-std::vector<kel::Level> levelsToTime(bool all) {
-    std::vector<kel::Level> result;
-    for (const kel::Level level : kel::levels)
-        if (level == kel::highestLevel() || (all && level < kel::highestLevel())) result.push_back(level);
-    return result;
 }
 
 } // namespace bench

@@ -47,7 +47,7 @@ struct Outcome {
 class Contest {
 public:
     // Throws if a peer's table names a conversion that the catalogue does not have.
-    Contest(std::vector<kel::Level> levels, std::vector<Peer> peers);
+    Contest(std::vector<kel::Level> levels, bool withPeers);
 
     std::vector<std::string> names() const; // of levels and peers
     std::string best() const { return kel::nameOf(levels_.back()); }
@@ -58,11 +58,10 @@ public:
     Outcome run(const catalogue::Conversion& conversion, Size size, const Memory& memory, Effort effort) const;
 
 private:
+    std::vector<std::string> levelNames() const;
+
     std::vector<kel::Level> levels_;
     std::vector<Peer> peers_;
 };
-
-// This machine's levels, or its highest alone.
-std::vector<kel::Level> levelsToTime(bool all);
 
 } // namespace bench

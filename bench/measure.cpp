@@ -14,16 +14,17 @@ double cpuSeconds() {
     return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-double secondsFor(const std::function<void()>& run, int calls) {
+double secondsFor(const Contestant& contestant, int calls) {
+    if (contestant.enter) contestant.enter();
     const double start = cpuSeconds();
-    for (int i = 0; i < calls; ++i) run();
+    for (int i = 0; i < calls; ++i) contestant.run();
     return cpuSeconds() - start;
 }
 
 // How many calls fill a turn; warms caches and page tables as well.
-int callsPerTurn(const std::function<void()>& run, double seconds) {
-    run();
-    const double once = std::max(secondsFor(run, 1), 1e-7);
+int callsPerTurn(const Contestant& contestant, double seconds) {
+    secondsFor(contestant, 1);
+    const double once = std::max(secondsFor(contestant, 1), 1e-7);
     return std::max(1, static_cast<int>(std::lround(seconds / once)));
 }
 
@@ -32,14 +33,13 @@ int callsPerTurn(const std::function<void()>& run, double seconds) {
 std::vector<double> measure(const std::vector<Contestant>& contestants, Effort effort) {
     const std::size_t count = contestants.size();
     std::vector<int> calls;
-    for (const Contestant& contestant : contestants)
-        calls.push_back(callsPerTurn(contestant.run, effort.secondsPerTurn));
+    for (const Contestant& contestant : contestants) calls.push_back(callsPerTurn(contestant, effort.secondsPerTurn));
 
     std::vector<std::vector<double>> times(count);
     for (int round = 0; round < effort.rounds; ++round)
         for (std::size_t turn = 0; turn < count; ++turn) {
             const std::size_t i = (turn + static_cast<std::size_t>(round)) % count;
-            times[i].push_back(secondsFor(contestants[i].run, calls[i]) / calls[i]);
+            times[i].push_back(secondsFor(contestants[i], calls[i]) / calls[i]);
         }
 
     std::vector<double> result;

@@ -9,6 +9,7 @@ namespace bench {
 struct Contestant {
     std::string name;
     std::function<void()> run;
+    std::function<void()> enter = nullptr; // called before a turn, which does not count it; may be empty
 };
 
 struct Effort {

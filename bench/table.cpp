@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 
 #include "bench/contest.h"
@@ -8,11 +9,13 @@ namespace bench {
 
 namespace {
 
+int widthFor(const std::string& name) { return std::max(6, static_cast<int>(name.size())); }
+
 void printHeader(const std::vector<std::string>& names) {
     std::printf("| %-42s | %-9s |", "conversion", "size");
-    for (const std::string& name : names) std::printf(" %10s |", name.c_str());
+    for (const std::string& name : names) std::printf(" %*s |", widthFor(name), name.c_str());
     std::printf(" ns/pixel |\n|%s|%s|", std::string(44, '-').c_str(), std::string(11, '-').c_str());
-    for (std::size_t i = 0; i < names.size(); ++i) std::printf("-----------:|");
+    for (const std::string& name : names) std::printf("%s:|", std::string(widthFor(name) + 1, '-').c_str());
     std::printf("---------:|\n");
 }
 
@@ -27,7 +30,7 @@ void print(const Outcome& outcome, const std::vector<std::string>& names, const 
         if (const Result* result = outcome.find(name))
             std::snprintf(figure, sizeof figure, "%s%.3f", result->likeness == Likeness::near ? "~" : "",
                           outcome.copySeconds / result->seconds);
-        std::printf(" %10s |", figure);
+        std::printf(" %*s |", widthFor(name), figure);
     }
     std::printf(" %8.3f |\n", nanosecondsPerPixel(outcome, outcome.find(best)->seconds));
     std::fflush(stdout);
@@ -61,7 +64,7 @@ void table(const Arguments& arguments) {
         if (!arguments.filter || std::regex_search(conversion.name(), *arguments.filter))
             conversions.push_back(&conversion);
 
-    const Contest contest(levelsToTime(arguments.allLevels), arguments.withPeers ? peers() : std::vector<Peer>());
+    const Contest contest(arguments.levels, arguments.withPeers);
     for (const catalogue::Conversion* conversion : conversions) contest.check(*conversion);
 
     const Memory memory(conversions, sizes);

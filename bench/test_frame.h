@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "bench/arguments.h"
+#include "bench/size.h"
 #include "catalogue/conversions.h"
 
 namespace bench {

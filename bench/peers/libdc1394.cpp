@@ -53,6 +53,7 @@ PeerRow coded(const std::string& conversion, Convert convert, dc1394color_coding
 Peer libdc1394() {
     const Convert toMono8 = dc1394_convert_to_MONO8, toRgb8 = dc1394_convert_to_RGB8;
     return {"libdc1394",
+            "",
             {coded("Mono8 -> RGB24", toRgb8, DC1394_COLOR_CODING_MONO8),
              coded("Mono12 big-endian -> Mono8", toMono8, DC1394_COLOR_CODING_MONO16, 12),
              coded("Mono16 big-endian -> Mono8", toMono8, DC1394_COLOR_CODING_MONO16, 16),
@@ -70,7 +71,8 @@ Peer libdc1394() {
              demosaic("Bayer8 LCAA -> BGR24", DC1394_BAYER_METHOD_EDGESENSE, Order::bgr, near),
              demosaic("Bayer8 LCAAV -> RGB24", DC1394_BAYER_METHOD_EDGESENSE, Order::rgb, near),
              demosaic("Bayer8 LCAAV -> BGR24", DC1394_BAYER_METHOD_EDGESENSE, Order::bgr, near),
-             demosaic16("Bayer16 2x2 -> BGR48", DC1394_BAYER_METHOD_SIMPLE, Order::bgr, Likeness::same)}};
+             demosaic16("Bayer16 2x2 -> BGR48", DC1394_BAYER_METHOD_SIMPLE, Order::bgr, Likeness::same)},
+            nullptr};
 }
 
 } // namespace bench

@@ -92,11 +92,26 @@ template <bool bgr> Call uyvyTo24(const Job& job) {
     };
 }
 
+// What libyuv knows of the machine, less what a level of ours does not have.
+int flagsFor(const std::string& level) {
+    using namespace libyuv;
+    const int avx512 = kCpuHasAVX512BW | kCpuHasAVX512VL | kCpuHasAVX512VNNI | kCpuHasAVX512VBMI | kCpuHasAVX512VBMI2 |
+                       kCpuHasAVX512VBITALG | kCpuHasAVX512VPOPCNTDQ;
+    const int avx2 = kCpuHasAVX | kCpuHasAVX2 | kCpuHasERMS | kCpuHasFMA3 | kCpuHasF16C;
+    const int sse4 = kCpuHasSSSE3 | kCpuHasSSE41 | kCpuHasSSE42;
+    static const int all = InitCpuFlags();
+    if (level == "plain") return all & ~(avx512 | avx2 | sse4);
+    if (level == "sse4") return all & ~(avx512 | avx2);
+    if (level == "avx2") return all & ~avx512;
+    return all;
+}
+
 } // namespace
 
-Peer libyuv() {
+Peer libyuv(const std::string& level) {
     using namespace libyuv;
     return {"libyuv",
+            level,
             {row("Mono8 -> BGR24", greyTo24),
              row("Mono8 -> RGB24", greyTo24),
              packed<1, 4>("Mono8 -> BGRA32", J400ToARGB),
@@ -138,7 +153,8 @@ Peer libyuv() {
              row("Mono16 nearest -> Mono16", stretch16<kFilterNone>, near),
 
              {"YUV 4:2:2 -> BGR24", uyvyTo24<true>},
-             {"YUV 4:2:2 -> RGB24", uyvyTo24<false>}}};
+             {"YUV 4:2:2 -> RGB24", uyvyTo24<false>}},
+            [flags = flagsFor(level)] { SetCpuFlags(flags); }};
 }
 
 } // namespace bench

@@ -121,6 +121,7 @@ Call toUyvy(const Job& job) {
 Peer openCv() {
     cv::setNumThreads(1);
     Peer peer{"OpenCV",
+              "",
               {color("Mono8 -> BGR24", CV_8U, CV_8UC3, cv::COLOR_GRAY2BGR),
                color("Mono8 -> RGB24", CV_8U, CV_8UC3, cv::COLOR_GRAY2RGB),
                color("Mono8 -> BGRA32", CV_8U, CV_8UC4, cv::COLOR_GRAY2BGRA),
@@ -193,7 +194,8 @@ Peer openCv() {
                corrected("RGBA8 matrix -> BGR24", CV_8UC4, false, true),
                corrected("BGRA8 matrix -> RGB24", CV_8UC4, true, false),
                corrected("BGRA8 matrix -> BGR24", CV_8UC4, true, true),
-               color("Mono8 one call -> BGR24", CV_8U, CV_8UC3, cv::COLOR_GRAY2BGR)}};
+               color("Mono8 one call -> BGR24", CV_8U, CV_8UC3, cv::COLOR_GRAY2BGR)},
+              nullptr};
     const std::tuple<const char*, const char*, int> pixels[] = {{"Mono8", "Mono8", CV_8U},
                                                                 {"Mono16", "Mono16", CV_16U},
                                                                 {"RGB8", "RGB24", CV_8UC3},

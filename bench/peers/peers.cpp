@@ -1,23 +1,36 @@
 #include "bench/peers/peers.h"
 
+#include <algorithm>
+
+#include "kernels/levels.h"
+
+#define BENCH_DECLARE(level, condition)                                                                                \
+    namespace definition_##level {                                                                                     \
+        std::vector<bench::PeerRow> plainLoops();                                                                      \
+    }
+KEL_LEVELS(BENCH_DECLARE)
+
 namespace bench {
 
-std::vector<Peer> peers() {
-    return {
-        plainLoops(),
-#ifdef ORVELLA_BENCH_OPENCV
-        openCv(),
-#endif
+std::vector<Peer> peers(const std::vector<std::string>& levels) {
+    std::vector<Peer> peers;
+#define BENCH_ADD(name, condition)                                                                                     \
+    if (std::ranges::count(levels, #name))                                                                             \
+        peers.push_back({"plain loop", #name, definition_##name::plainLoops(), nullptr});
+    KEL_LEVELS(BENCH_ADD)
 #ifdef ORVELLA_BENCH_LIBYUV
-        libyuv(),
+    for (const std::string& level : levels) peers.push_back(libyuv(level));
+#endif
+#ifdef ORVELLA_BENCH_OPENCV
+    peers.push_back(openCv());
 #endif
 #ifdef ORVELLA_BENCH_LIBDC1394
-        libdc1394(),
+    peers.push_back(libdc1394());
 #endif
 #ifdef ORVELLA_BENCH_SWSCALE
-        swscale(),
+    peers.push_back(swscale());
 #endif
-    };
+    return peers;
 }
 
 } // namespace bench

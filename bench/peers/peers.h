@@ -34,8 +34,12 @@ struct PeerRow {
 };
 
 struct Peer {
-    std::string name;
+    std::string library;
+    std::string level; // of the instructions that it may use; empty: it decides for itself
     std::vector<PeerRow> rows;
+    Call enter; // called before a turn, which does not count it; may be empty
+
+    std::string name() const { return level.empty() ? library : library + " " + level; }
 };
 
 // A row that needs no preparation.
@@ -46,13 +50,13 @@ PeerRow row(const std::string& conversion, Function function, Likeness likeness 
             outOfPlace};
 }
 
-Peer plainLoops();
 Peer openCv();
-Peer libyuv();
+Peer libyuv(const std::string& level);
 Peer libdc1394();
 Peer swscale();
 
-// Those that were found when this program was built; the plain loops come first.
-std::vector<Peer> peers();
+// Those that were found when this program was built. The plain loops and those that can be limited are there once for each
+// level.
+std::vector<Peer> peers(const std::vector<std::string>& levels);
 
 } // namespace bench

@@ -1,18 +1,20 @@
 // The loops that a good engineer would write without thinking of instruction sets, left to the compiler, which may use all
-// that this machine has.
+// that a level has.
 #include "bench/peers/peers.h"
 #include "catalogue/colour_matrix.h"
 #include "definition/definition.h"
 
-namespace bench {
+namespace definition { // compiled once a level, under other names
 
-Peer plainLoops() {
-    Peer peer{"plain loop", {}};
-    for (const definition::Conversion& conversion : definition::conversions())
-        peer.rows.push_back(row(conversion.name, [convert = conversion.convert](const Job& job) {
+std::vector<bench::PeerRow> plainLoops(); // as peers.cpp declares it
+
+std::vector<bench::PeerRow> plainLoops() {
+    std::vector<bench::PeerRow> rows;
+    for (const Conversion& conversion : conversions())
+        rows.push_back(bench::row(conversion.name, [convert = conversion.convert](const bench::Job& job) {
             convert({job.to, job.from, job.width, job.height, 0, catalogue::colourMatrix});
         }));
-    return peer;
+    return rows;
 }
 
-} // namespace bench
+} // namespace definition

@@ -71,7 +71,7 @@ Call prepare(const Job& job, const Format& from, const Format& to) {
 } // namespace
 
 Peer swscale() {
-    Peer peer{"swscale", {}};
+    Peer peer{"swscale", "", {}, nullptr};
     for (const Format& from : sources)
         for (const Format& to : destinations) {
             const std::string conversion = std::string(from.name) + " -> " + to.name;
