@@ -12,9 +12,12 @@
 #include <utility>
 #include <vector>
 
+#include "catalogue/conversions.h"
 #include "correction/registry.h"
 #include "orvella/exceptions.hpp"
 #include "orvella/zeb.h"
+#include "support/fill.h"
+#include "support/levels.h"
 #include "support/mutex.h"
 
 namespace {
@@ -25,7 +28,8 @@ enum class Operation { none, attributeInit, attributeSetType, mutexInit, lock, u
 Operation failing = Operation::none;
 int locked = 0, attributes = 0; // locks held, attribute objects alive
 int allocationsLeft = -1;       // until one fails; -1: none fails
-bool memoryIsOut = false;       // for malloc and new[], all the time
+bool memoryIsOut = false;       // all the time
+int asked = 0;                  // for memory
 void** record = nullptr;        // where the next allocation's address goes
 
 bool fails(Operation operation) {
@@ -57,8 +61,12 @@ void* __wrap__Znwm(std::size_t size);
 void* __wrap_malloc(std::size_t size);
 void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag);
 
-void* __wrap_malloc(std::size_t size) { return memoryIsOut ? nullptr : __real_malloc(size); }
+void* __wrap_malloc(std::size_t size) {
+    ++asked;
+    return memoryIsOut ? nullptr : __real_malloc(size);
+}
 void* __wrap__ZnamRKSt9nothrow_t(std::size_t size, const std::nothrow_t& tag) {
+    ++asked;
     return memoryIsOut ? nullptr : __real__ZnamRKSt9nothrow_t(size, tag);
 }
 int __wrap_pthread_mutexattr_init(pthread_mutexattr_t* attribute) {
@@ -88,7 +96,8 @@ int __wrap_pthread_mutex_unlock(pthread_mutex_t* mutex) {
     return fails(Operation::unlock) ? EPERM : result;
 }
 void* __wrap__Znwm(std::size_t size) {
-    if (allocationsLeft == 0) throw std::bad_alloc();
+    ++asked;
+    if (allocationsLeft == 0 || memoryIsOut) throw std::bad_alloc();
     if (allocationsLeft > 0) --allocationsLeft;
     void* memory = __real__Znwm(size);
     if (record) *std::exchange(record, nullptr) = memory;
@@ -293,6 +302,34 @@ TEST(WithoutMemory, FilteredMosaicsWriteNothing) {
         expectWithoutMemory(0U, family, buffers.data(), from, 16, 8, 1, 0);
     for (const auto converter : {OrvRaw8ToBGR_IntLCAA, OrvRaw8ToBGR_IntLCAAV, OrvRaw8ToBGR_IntYUV422})
         expectWithoutMemory(OrvErrorType{OrvErrorSuccess}, converter, buffers.data(), from, 16, 8, 0);
+}
+
+// All others neither ask for memory nor take a lock: what they write is the same without either.
+TEST(WithoutMemory, ConversionsAreMadeAtEveryLevel) {
+    support::Random random(support::seed());
+    support::atEveryLevel([&random] {
+        for (const catalogue::Conversion& conversion : catalogue::conversions()) {
+            constexpr std::uint32_t width = 132, height = 8;
+            support::Bytes source = support::filled(conversion.sourceSize(width, height) + conversion.beyond,
+                                                    support::Contents::noise, random);
+            support::Bytes expected(conversion.destinationSize(width, height)), made = expected;
+            if (conversion.onlyInPlace) expected = made = source;
+            support::Bytes scratch = source;
+            const auto convert = [&](support::Bytes& to) {
+                std::uint8_t* from = conversion.onlyInPlace ? to.data() : scratch.data();
+                return conversion.convert(to.data(), from, width, height, 0);
+            };
+            EXPECT_EQ(convert(expected), OrvErrorSuccess); // the first call makes objects for the catalogue
+            if (conversion.overwritesSource) expected = made, scratch = source;
+            memoryIsOut = true, failing = Operation::lock, asked = 0;
+            const OrvErrorType answer = convert(made);
+            memoryIsOut = false;
+            EXPECT_EQ(answer, OrvErrorSuccess);
+            EXPECT_EQ(std::exchange(failing, Operation::none), Operation::lock) << conversion.name();
+            EXPECT_EQ(asked, conversion.overwritesSource ? 1 : 0) << conversion.name();
+            EXPECT_TRUE(made == expected && scratch == source) << conversion.name();
+        }
+    });
 }
 
 TEST(WithoutMemory, FieldsAreNotWovenInPlace) {
