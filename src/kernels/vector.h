@@ -44,26 +44,12 @@ template <class V> INLINE void store(void* p, V v) { std::memcpy(p, &v, sizeof v
 template <class V, int... i> INLINE auto join(V low, V high, std::integer_sequence<int, i...>) {
     return __builtin_shufflevector(low, high, i...);
 }
-template <int from, class V, int... i> INLINE auto part(V v, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(v, v, (from + i)...);
-}
 
-// Lane k comes from p + k * step.
-template <int size = N> INLINE auto loadLanes(const u8* p, size_t step) {
-    if constexpr (size == L)
-        return load<typename VectorOf<u8, L>::type>(p);
-    else
-        return join(loadLanes<size / 2>(p, step), loadLanes<size / 2>(p + size / 2 / L * step, step), Indices<size>());
-}
-// Lane k goes to p + k * step.
-template <int size = N> INLINE void storeLanes(u8* p, size_t step, typename VectorOf<u8, size>::type v) {
-    if constexpr (size == L) {
-        store(p, v);
-    } else {
-        storeLanes<size / 2>(p, step, part<0>(v, Indices<size / 2>()));
-        storeLanes<size / 2>(p + size / 2 / L * step, step, part<size / 2>(v, Indices<size / 2>()));
-    }
-}
+} // namespace
+} // namespace kel
+#include "kernels/machine/lanes.h"
+namespace kel {
+namespace {
 
 // ---- Moving bytes. `at` is a constexpr function from a position to the position that its byte comes from.
 

@@ -8,6 +8,7 @@ namespace {
 constexpr int N = 64, L = 64;
 using Register = __m512i;
 #elif defined(__AVX2__)
+#define KEL_AVX2
 constexpr int N = 32, L = 16;
 using Register = __m256i;
 #else
@@ -19,6 +20,9 @@ using Register = __m128i;
 
 #include "kernels/machine/permutes.h"
 #include "kernels/machine/plain.h"
+#if defined(KEL_AVX2)
+#include "kernels/machine/avx2.h"
+#endif
 
 // The intrinsics for this N: KEL_X86(avg_epu8) is _mm_avg_epu8, _mm256_avg_epu8 or _mm512_avg_epu8.
 #if defined(__AVX512VBMI__)
@@ -35,11 +39,16 @@ namespace machine {
 
 // ---- Pixels in memory
 
-using permutes::load3;
 using permutes::load4;
-using permutes::store3;
 constexpr bool separatesAsItLoads = false;
 
+#if defined(KEL_AVX2)
+using avx2::load3;
+using avx2::store3;
+using avx2::store3of4;
+#else
+using permutes::load3;
+using permutes::store3;
 #if defined(__AVX512VBMI__)
 INLINE void putQuarter(u8* d, Bytes v) { _mm512_mask_storeu_epi8(d, 0x7777777777777777u, as<Register>(v)); }
 #else
@@ -47,6 +56,7 @@ INLINE void putQuarter(u8* d, Bytes v) { permutes::blendQuarter(d, v); }
 #endif
 INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) { permutes::store3of4(d, a, b, c, putQuarter); }
 INLINE void store3of4(u8* d, Bytes v) { permutes::store3of4(d, v, putQuarter); }
+#endif
 
 using plain::prefetch;
 
