@@ -57,6 +57,7 @@ step "Tests with it" run_tests tsan
 $all || exit 0
 
 # ---- What takes longer
+step "clang-tidy and g++ -fanalyzer over the library" scripts/analyse.sh
 scripts/packages.sh cross
 step "aarch64: build" build aarch64
 step "aarch64: tests, in an emulator" run_tests aarch64

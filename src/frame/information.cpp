@@ -80,7 +80,7 @@ uint32_t ZEB_GetTechnoInfo(OrvTechnoInfo* record) {
     if (!record) return kel::legacyParameter1;
     constexpr int bits[] = {0, 1, 2, 3, 4, 8}; // of the six capabilities
     const auto [a, b] = kel::probePlatform();
-    for (int k = 0; k < 6; ++k) {
+    for (size_t k = 0; k < 6; ++k) {
         record->Flags[2 * k] = a >> bits[k] & 1;
         record->Flags[2 * k + 1] = b >> bits[k] & 1;
     }

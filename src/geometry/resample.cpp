@@ -55,6 +55,7 @@ void fill(Strip& strip, const Ratio& ratio, i64 first, size_t count, size_t byte
 
 // Strip by strip; all lines of each.
 void resampleStrips(const ResampledLines& lines, i64 length, size_t bytesPerPixel, const Ratio& ratio) {
+    // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): 1 to 6, or the call is refused
     const i64 atOnce = static_cast<i64>(Strip::capacity / bytesPerPixel);
     Strip strip;
     for (i64 first = 0; first < length; first += atOnce) {

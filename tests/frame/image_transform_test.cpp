@@ -293,6 +293,32 @@ TEST(ImageTransform, RefusesInOrderAndWritesNothing) {
     }
 }
 
+TEST(ImageTransform, KnowsTheDepthsOfEachLayout) {
+    using Depths = std::vector<std::uint32_t>;
+    const Depths mosaics{8, 10, 12, 16}, unpacked{8, 16};
+    const Depths taken[] = {unpacked,                // Mono
+                            {12},                    // MonoPacked
+                            unpacked,                // Raw
+                            mosaics,                 // RawPacked
+                            {24},                    // Rgb
+                            {8, 10, 12, 16, 24, 32}, // Bgr
+                            {8, 10, 12, 16, 32},     // Rgba
+                            {8, 10, 12, 16, 32}};    // Bgra
+    const auto expected = [&](OrvPixelLayout layout) -> Depths {
+        return layout < std::size(taken)       ? taken[layout]
+               : layout == OrvPixelLayoutMonoP ? Depths{10, 12}
+               : layout == OrvPixelLayoutRawP  ? mosaics
+                                               : Depths{}; // what 4:1:1, 4:2:2 and 4:4:4 do not look at
+    };
+    Buffers buffers;
+    for (const OrvPixelLayout layout : {0U, 1U, 2U, 3U, 4U, 5U, 6U, 7U, 11U, 12U, 13U, 14U}) {
+        Depths found;
+        for (std::uint32_t bits = 0; bits <= 64; ++bits)
+            if (Call(ofLayout(layout, bits, 12)).run(buffers) != OrvErrorBadParameter) found.push_back(bits);
+        EXPECT_EQ(found, expected(layout)) << "layout " << layout;
+    }
+}
+
 TEST(ImageTransform, RefusesNullBeforeAllElse) {
     Buffers buffers;
     Call call(mono8);
