@@ -97,7 +97,7 @@ private:
             return __builtin_convertvector(__builtin_convertvector(sum, Floats) / 10000.0F, Wides);
         };
         const Sums sums = weigh(pairUp(as<Words>(u), as<Words>(v)), PairFactors{-3457, -7144});
-        const Sums offset = clamp(Sums{quotient(sums.a), quotient(sums.b)}, -128, 127);
+        const Sums offset = clampSums(Sums{quotient(sums.a), quotient(sums.b)}, -128, 127);
         return as<Ints>(wordsOf<16>(Sums{offset.a << 16, offset.b << 16}));
     }
 };

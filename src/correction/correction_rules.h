@@ -95,7 +95,7 @@ struct WordRule {
         const WordTriples a = words(p.r.a, p.g.a, p.b.a), b = words(p.r.b, p.g.b, p.b.b);
         const auto shifted = [](Sums s) {
             constexpr i32 most = (1 << 26) - 1;
-            return wordsOf<10>(clamp(s, 0, most));
+            return wordsOf<10>(clampSums(s, 0, most));
         };
         const auto channel = [&](const RowFactors& row) {
             const i32 taken = row.total * (1 << 15);

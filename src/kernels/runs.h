@@ -28,13 +28,28 @@ __attribute__((noinline)) void lastPixels(u8* d, const u8* s, size_t n, const R&
     putPart(write, d, read.get(source), n);
 }
 
+// Calls step() for each of so many blocks of N pixels. Before some that fill a cache line with bytes it calls ahead(), to
+// prefetch as much.
+constexpr size_t blocksAtOnce = N < 64 ? 64 / N : 1;
+template <class Ahead, class Step> INLINE void eachBlock(size_t blocks, const Ahead& ahead, const Step& step) {
+    for (; blocks >= blocksAtOnce; blocks -= blocksAtOnce) {
+        ahead();
+        for (size_t i = 0; i < blocksAtOnce; ++i) step();
+    }
+    for (; blocks > 0; --blocks) step();
+}
+
 // Forward, and each block is read before it is written: works in place where a pixel does not grow.
 template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const R& read, const W& write) {
-    for (size_t blocks = n / N; blocks > 0; --blocks, s += N * R::bits / 8, d += N * W::bytes) {
-        prefetch<N * R::bits / 8, false>(s);
-        prefetch<N * W::bytes, true>(d);
+    constexpr size_t sourceBytes = N * R::bits / 8, bytes = N * W::bytes;
+    const auto ahead = [&] {
+        prefetch<blocksAtOnce * sourceBytes, false>(s);
+        prefetch<blocksAtOnce * bytes, true>(d);
+    };
+    eachBlock(n / N, ahead, [&] {
         write.put(d, read.get(s));
-    }
+        s += sourceBytes, d += bytes;
+    });
     if (n % N > 0) lastPixels(d, s, n % N, read, write);
 }
 

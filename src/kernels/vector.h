@@ -130,13 +130,6 @@ struct Sums {
 };
 INLINE Sums operator+(Sums s, i32 k) { return {s.a + k, s.b + k}; }
 INLINE Sums operator+(Sums s, Sums t) { return {s.a + t.a, s.b + t.b}; }
-INLINE Sums clamp(Sums s, i32 low, i32 high) {
-    const auto clamped = [=](Wides v) {
-        v = v > low ? v : Wides{} + low;
-        return v < high ? v : Wides{} + high;
-    };
-    return {clamped(s.a), clamped(s.b)};
-}
 
 } // namespace
 } // namespace kel

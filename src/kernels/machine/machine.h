@@ -43,6 +43,7 @@
 //     weigh<k>(r, g, b)    words (k.r R + k.g G + k.b B + k.add) >> 8 of unsigned words, with weights that add up to 256
 //     weigh(pairUp(a, b), PairFactors(j, k))              j a + k b, of signed words
 //     weigh(tripleUp(a, b, c), TripleFactors(i, j, k))    i a + j b + k c
+//     clampSums(s, low, high)   each sum
 //     wordsOf<from>(s)     of each sum 16 bits from bit `from` on
 //     quadSums(weights, samples, add)   in the low word of each four bytes: unsigned times signed bytes, summed, plus
 //                                       2^15 + add; the weights of four add up to 256

@@ -65,8 +65,8 @@ template <int l, int r> INLINE Words pairSums(Bytes v) {
     return plain::pairSums<l, r>(v);
 }
 INLINE Bytes clampPairs(Ints a, Ints b) {
-    const uint8x8x2_t pairs = vzip_u8(vqmovun_s16(s16x8(a)), vqmovun_s16(s16x8(b)));
-    return as<Bytes>(vcombine_u8(pairs.val[0], pairs.val[1]));
+    const Bytes clamped = as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(a)), s16x8(b)));
+    return arrange(clamped, [](int i) { return i / 2 + i % 2 * (N / 2); });
 }
 
 // ---- The words of N bytes: those of the first half and of the second
@@ -87,42 +87,56 @@ INLINE Split forPairs(Words w) {
 }
 INLINE Words pairMeans(Split s) { return pairSums<1, 1>(highBytes(s)) >> 1; }
 
-template <int k> INLINE uint16x8_t addProducts(uint16x8_t sum, uint8x8_t v) {
-    const uint8x8_t factor = vdup_n_u8(static_cast<u8>(k < 0 ? -k : k));
-    return k < 0 ? vmlsl_u8(sum, v, factor) : vmlal_u8(sum, v, factor);
+template <int k> INLINE uint8x16_t fillFactor() { return vdupq_n_u8(static_cast<u8>(k < 0 ? -k : k)); }
+template <int k> INLINE uint16x8_t addLow(uint16x8_t sum, Bytes v) {
+    const uint8x8_t factor = vget_low_u8(fillFactor<k>()), low = vget_low_u8(u8x16(v));
+    return k < 0 ? vmlsl_u8(sum, low, factor) : vmlal_u8(sum, low, factor);
 }
-template <Weights k> INLINE Words weigh(uint8x8_t r, uint8x8_t g, uint8x8_t b) {
+template <int k> INLINE uint16x8_t addHigh(uint16x8_t sum, Bytes v) {
+    const uint8x16_t factor = fillFactor<k>();
+    return k < 0 ? vmlsl_high_u8(sum, u8x16(v), factor) : vmlal_high_u8(sum, u8x16(v), factor);
+}
+template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
     const uint16x8_t add = vdupq_n_u16(static_cast<u16>(k.add));
-    return as<Words>(addProducts<k.b>(addProducts<k.g>(addProducts<k.r>(add, r), g), b));
-}
-template <Weights k> INLINE Split weigh(Bytes red, Bytes green, Bytes blue) {
-    const uint8x16_t r = u8x16(red), g = u8x16(green), b = u8x16(blue);
-    return {weigh<k>(vget_low_u8(r), vget_low_u8(g), vget_low_u8(b)),
-            weigh<k>(vget_high_u8(r), vget_high_u8(g), vget_high_u8(b))};
+    return {as<Words>(addLow<k.b>(addLow<k.g>(addLow<k.r>(add, r), g), b)),
+            as<Words>(addHigh<k.b>(addHigh<k.g>(addHigh<k.r>(add, r), g), b))};
 }
 
 // ---- 32 bits: of the words of the first half and of the second
+
+INLINE Sums clampSums(Sums s, i32 low, i32 high) {
+    const auto clamped = [=](Wides v) {
+        return as<Wides>(vminq_s32(vmaxq_s32(as<int32x4_t>(v), vdupq_n_s32(low)), vdupq_n_s32(high)));
+    };
+    return {clamped(s.a), clamped(s.b)};
+}
 
 template <int from> INLINE Words wordsOf(Sums s) {
     return as<Words>(vshrn_high_n_s32(vshrn_n_s32(as<int32x4_t>(s.a), from), as<int32x4_t>(s.b), from));
 }
 
 template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
-    const auto weighed = [](uint16x4_t x, uint16x4_t y, uint16x4_t z) {
-        const uint32x4_t sum = vmlal_n_u16(vdupq_n_u32(static_cast<u32>(k.add)), x, static_cast<u16>(k.r));
-        return vmlal_n_u16(vmlal_n_u16(sum, y, static_cast<u16>(k.g)), z, static_cast<u16>(k.b));
+    const uint32x4_t add = vdupq_n_u32(static_cast<u32>(k.add));
+    const auto addLow = [](uint32x4_t sum, Words v, int factor) {
+        return vmlal_n_u16(sum, vget_low_u16(u16x8(v)), static_cast<u16>(factor));
     };
-    const uint16x8_t x = u16x8(r), y = u16x8(g), z = u16x8(b);
-    const uint32x4_t low = weighed(vget_low_u16(x), vget_low_u16(y), vget_low_u16(z));
-    const uint32x4_t high = weighed(vget_high_u16(x), vget_high_u16(y), vget_high_u16(z));
+    const auto addHigh = [](uint32x4_t sum, Words v, int factor) {
+        return vmlal_high_n_u16(sum, u16x8(v), static_cast<u16>(factor));
+    };
+    const uint32x4_t low = addLow(addLow(addLow(add, r, k.r), g, k.g), b, k.b);
+    const uint32x4_t high = addHigh(addHigh(addHigh(add, r, k.r), g, k.g), b, k.b);
     return as<Words>(vshrn_high_n_u32(vshrn_n_u32(low, 8), high, 8));
 }
 
+// All factors in one register, because a call holds many: a product takes the one it wants.
 struct PairFactors {
-    int j, k;
+    int16x4_t factors;
+    INLINE PairFactors(int j, int k) : factors{static_cast<i16>(j), static_cast<i16>(k)} {}
 };
 struct TripleFactors {
-    int i, j, k;
+    int16x4_t factors;
+    INLINE TripleFactors(int i, int j, int k)
+        : factors{static_cast<i16>(i), static_cast<i16>(j), static_cast<i16>(k)} {}
 };
 struct WordTriples {
     Words a, b, c;
@@ -130,18 +144,17 @@ struct WordTriples {
 INLINE WordPairs pairUp(Words a, Words b) { return {a, b}; }
 INLINE WordTriples tripleUp(Words a, Words b, Words c) { return {a, b, c}; }
 
-INLINE Sums multiply(Words w, int k) {
-    const auto factor = static_cast<i16>(k);
-    return {as<Wides>(vmull_n_s16(vget_low_s16(s16x8(w)), factor)), as<Wides>(vmull_high_n_s16(s16x8(w), factor))};
+INLINE Sums multiply(Words w, int16x4_t factors) { // by the first
+    return {as<Wides>(vmull_lane_s16(vget_low_s16(s16x8(w)), factors, 0)),
+            as<Wides>(vmull_high_lane_s16(s16x8(w), factors, 0))};
 }
-INLINE Sums addProducts(Sums sum, Words w, int k) {
-    const auto factor = static_cast<i16>(k);
-    return {as<Wides>(vmlal_n_s16(as<int32x4_t>(sum.a), vget_low_s16(s16x8(w)), factor)),
-            as<Wides>(vmlal_high_n_s16(as<int32x4_t>(sum.b), s16x8(w), factor))};
+template <int index> INLINE Sums addProducts(Sums sum, Words w, int16x4_t factors) {
+    return {as<Wides>(vmlal_lane_s16(as<int32x4_t>(sum.a), vget_low_s16(s16x8(w)), factors, index)),
+            as<Wides>(vmlal_high_lane_s16(as<int32x4_t>(sum.b), s16x8(w), factors, index))};
 }
-INLINE Sums weigh(WordPairs w, PairFactors f) { return addProducts(multiply(w.a, f.j), w.b, f.k); }
+INLINE Sums weigh(WordPairs w, PairFactors f) { return addProducts<1>(multiply(w.a, f.factors), w.b, f.factors); }
 INLINE Sums weigh(const WordTriples& w, const TripleFactors& f) {
-    return addProducts(addProducts(multiply(w.a, f.i), w.b, f.j), w.c, f.k);
+    return addProducts<2>(addProducts<1>(multiply(w.a, f.factors), w.b, f.factors), w.c, f.factors);
 }
 
 using plain::quadSums;

@@ -42,11 +42,10 @@ constexpr bool separatesAsItLoads = true;
 
 // 1 KiB on. The hardware alone comes late where an image does not fit the caches: loops that write much gain up to a
 // third. It is no access to memory, so the address may lie behind the buffer.
-template <int bytes, bool forWriting> INLINE void prefetch(const u8* p) {
+template <size_t bytes, bool forWriting> INLINE void prefetch(const u8* p) {
     constexpr std::uintptr_t ahead = 1024, line = 64;
     const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(p) + ahead;
-    for (std::uintptr_t i = 0; i < bytes; i += line)
-        __builtin_prefetch(reinterpret_cast<const void*>(address + i), forWriting);
+    for (size_t i = 0; i < bytes; i += line) __builtin_prefetch(reinterpret_cast<const void*>(address + i), forWriting);
 }
 
 // ---- Bytes and words
@@ -121,6 +120,14 @@ template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
     const auto even = [](Words w) { return as<UnsignedWides>(w) & 0xFFFF; };
     const auto odd = [](Words w) { return as<UnsignedWides>(w) >> 16; };
     return wordsOf<8>({as<Wides>(weighed(even(r), even(g), even(b))), as<Wides>(weighed(odd(r), odd(g), odd(b)))});
+}
+
+INLINE Sums clampSums(Sums s, i32 low, i32 high) {
+    const auto clamped = [=](Wides v) {
+        v = v > low ? v : Wides{} + low;
+        return v < high ? v : Wides{} + high;
+    };
+    return {clamped(s.a), clamped(s.b)};
 }
 
 INLINE Sums multiply(Words w, int k) {

@@ -139,6 +139,7 @@ template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
 
 // ---- 32 bits: of the words at even and at odd positions
 
+using plain::clampSums;
 using plain::wordsOf;
 
 // Even word of v * even word of k + odd word of v * odd word of k, signed.
