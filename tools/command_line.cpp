@@ -68,8 +68,9 @@ void addFrameOptions(CLI::App& command, FrameOptions& frame, bool required) {
 
 constexpr auto convertExamples =
     "What the options leave open is taken from the file: from its name, if that is like x_BayerRG12p_2448x2048.raw,\n"
-    "or from the header of a PGM, PPM, PAM, TIFF or .npy file, whose grey pixels may be a mosaic (-f BayerRG8). A\n"
-    "directory stands for all its files. 'orvella guess' proposes formats and sizes for a file that says nothing.\n"
+    "or from the header of a PGM, PPM, PAM, TIFF, PNG or .npy file, whose grey pixels may be a mosaic (-f BayerRG8).\n"
+    "Pages of a TIFF file are frames. A directory stands for all its files but PNGs. 'orvella guess' proposes formats\n"
+    "and sizes for a file that says nothing.\n"
     "\n"
     "File types: png, tif and tiff hold every output but YUV422; pgm holds grey, ppm RGB, pnm both; raw holds\n"
     "the plain bytes of any output, 16-bit samples little-endian; y4m is video of any number of frames, as raw on\n"

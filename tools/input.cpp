@@ -82,6 +82,7 @@ Input::Input(const fs::path& path, const FrameOptions& options, const Layout& la
 std::optional<std::size_t> Input::count() const {
     if (!hasSeveral()) return 1;
     const auto& [first, last] = *layout_.selection;
+    if (hasPages()) return std::min(last, header_->pages) - std::min(first, header_->pages + 1) + 1;
     if (last != endless) return last - first + 1;
     std::error_code error;
     const std::uint64_t size = path_ == "-" ? 0 : fs::file_size(path_, error);
@@ -120,16 +121,26 @@ Bytes Input::readOne() {
     return layout_.stride == 0 || end ? std::move(stored) : withoutPadding(stored);
 }
 
+std::optional<Bytes> Input::nextPage() {
+    const FrameRange range = layout_.selection.value_or(FrameRange{});
+    if (!layout_.selection && header_->pages > 1)
+        throw Error(path_.string() + " has " + std::to_string(header_->pages) +
+                    " pages; choose some (--frame N|A-B|all)");
+    number_ = std::max(number_ + 1, range.first);
+    if (number_ <= header_->pages) return readPage(path_, number_);
+    if (number_ == range.first) throw Error(path_.string() + " has no page " + std::to_string(number_));
+    if (range.last != endless) throw Error(path_.string() + " ends with page " + std::to_string(header_->pages));
+    number_ = range.last;
+    return {};
+}
+
 std::optional<Bytes> Input::next() {
     const FrameRange range = layout_.selection.value_or(FrameRange{});
     if (number_ >= range.last) {
         file_.reset();
         return {};
     }
-    if (header_ && header_->isTiff) {
-        number_ = range.last;
-        return readTiff(path_);
-    }
+    if (hasPages()) return nextPage();
     if (!file_) {
         file_ = std::make_unique<InputFile>(path_);
         checkSize();

@@ -2,8 +2,8 @@
 #pragma once
 #include <memory>
 
-#include "file_headers.h"
 #include "frame_options.h"
+#include "picture_files.h"
 
 namespace tool {
 
@@ -36,6 +36,8 @@ public:
     unsigned number() const { return number_; } // of the frame that was read last, from 1
 
 private:
+    bool hasPages() const { return header_ && header_->pages > 0; }
+    std::optional<Bytes> nextPage();
     Bytes readOne();
     Bytes withoutPadding(const Bytes& padded) const;
     void checkSize();

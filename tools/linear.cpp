@@ -11,10 +11,13 @@ Bytes bytesOf(const FrameFormat& frame, Bytes source, const char* output, const 
     return convert(frame, std::move(source), outputNamed(output), processing).bytes;
 }
 
+std::uint16_t word(const Bytes& littleEndian, std::size_t i) {
+    return static_cast<std::uint16_t>(littleEndian[2 * i] | littleEndian[2 * i + 1] << 8);
+}
+
 std::vector<std::uint16_t> words(const Bytes& littleEndian) {
     std::vector<std::uint16_t> words(littleEndian.size() / 2);
-    for (std::size_t i = 0; i < words.size(); ++i)
-        words[i] = static_cast<std::uint16_t>(littleEndian[2 * i] | littleEndian[2 * i + 1] << 8);
+    for (std::size_t i = 0; i < words.size(); ++i) words[i] = word(littleEndian, i);
     return words;
 }
 
@@ -52,9 +55,10 @@ FrameFormat plainMosaic(const FrameFormat& frame, const char* bits) {
 }
 
 std::vector<std::uint16_t> deepColours(const FrameFormat& frame, Bytes source) {
-    std::vector<std::uint16_t> colours =
-        words(bytesOf(plainMosaic(frame, "16"), unpacked(frame, std::move(source)), "BGR48"));
-    for (std::size_t i = 0; i < colours.size(); i += 3) std::swap(colours[i], colours[i + 2]);
+    const Bytes bgr = bytesOf(plainMosaic(frame, "16"), unpacked(frame, std::move(source)), "BGR48");
+    std::vector<std::uint16_t> colours(bgr.size() / 2);
+    for (std::size_t i = 0; i < colours.size(); i += 3)
+        for (std::size_t c = 0; c < 3; ++c) colours[i + c] = word(bgr, i + 2 - c);
     return colours;
 }
 

@@ -27,9 +27,11 @@ bool isOfferedAtAll(const FrameFormat& frame, const Processing& processing) {
     return false;
 }
 
-// A mosaic's matrix or mode that the library has for other mosaics, or other outputs, only. No output: what suits.
+// A mosaic's matrix, mode or depth that the library has for other mosaics, or other outputs, only. No output: what suits.
 bool needsTwoSteps(const FrameFormat& frame, const Processing& processing, const Output* output) {
-    const bool special = processing.matrix || processing.debayer.code != OrvDebayerMode2x2;
+    const bool deep = output && shapeOf(*output).bits == 16 && shapeOf(*output).channels == 3;
+    const bool special =
+        processing.matrix || processing.debayer.code != OrvDebayerMode2x2 || (deep && frame.pixels.bits > 8);
     const bool both = processing.matrix && processing.debayer.code != OrvDebayerMode2x2;
     if (!isMosaic(frame.pixels.samples) || !special) return false;
     if (both) return true;
@@ -88,11 +90,13 @@ std::string remark(const Recipe& recipe, const FrameFormat& frame) {
 std::vector<Image> follow(const Recipe& recipe, const FrameFormat& frame, Bytes source) {
     if (recipe.deinterlace) weaveFields(source, frame);
     std::vector<Image> images = makeImages(recipe, frame, std::move(source));
-    for (Image& image : images) {
-        if (recipe.half) halveImage(image);
-        flipImage(image, recipe.flip);
-    }
+    for (Image& image : images) finish(recipe, image);
     return images;
+}
+
+void finish(const Recipe& recipe, Image& image) {
+    if (recipe.half) halveImage(image);
+    flipImage(image, recipe.flip);
 }
 
 } // namespace tool

@@ -35,4 +35,7 @@ std::string remark(const Recipe& recipe, const FrameFormat& frame);
 // One picture, or one for each plane. Throws Refusal.
 std::vector<Image> follow(const Recipe& recipe, const FrameFormat& frame, Bytes source);
 
+// The last steps: halves, flips.
+void finish(const Recipe& recipe, Image& image);
+
 } // namespace tool

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <tiffio.h>
 
 #include "pictures.h"
 #include "program.h"
@@ -27,7 +28,8 @@ TEST_F(Inputs, SayThemselvesWhatTheyHold) {
     const std::string header = "{'descr': '<u2', 'fortran_order': False, 'shape': (48, 64), }\n";
     writeFile(path("a.npy"),
               std::string("\x93NUMPY\x01\x00", 8) + static_cast<char>(header.size()) + '\0' + header + words);
-    succeed("convert -f Mono12 -s 64x48 - a.tif", words);
+    for (const std::string name : {"a.tif", "a.png"}) succeed("convert -f Mono12 -s 64x48 - " + name, words);
+    succeed("convert -f Rgba8 -s 64x48 -t RGBA32 - colour.png", colours);
 
     for (const auto& [arguments, same] : std::map<std::string, std::string>{
              {"x-BayerGB12p-64x48.raw", "-f BayerGB12p -s 64x48 x-BayerGB12p-64x48.raw"},
@@ -38,7 +40,31 @@ TEST_F(Inputs, SayThemselvesWhatTheyHold) {
     EXPECT_EQ(bytes("a.pgm"), bytes("-f Mono12 -s 64x48 -", words));
     EXPECT_EQ(bytes("a.pam"), bytes("-f Rgba8 -s 64x48 -", colours));
     EXPECT_EQ(bytes("-f BayerRG12 a.npy"), bytes("-f BayerRG12 -s 64x48 -", words));
-    EXPECT_EQ(bytes("a.tif"), bytes("-f Mono12 -s 64x48 -", words));
+    for (const std::string name : {"a.tif", "a.png"})
+        EXPECT_EQ(bytes(name), bytes("-f Mono12 -s 64x48 -", words)) << name;
+    EXPECT_EQ(bytes("colour.png"), bytes("-f Rgba8 -s 64x48 -", colours));
+    writeFile(path("bad.png"), "no PNG");
+    EXPECT_EQ(run("convert bad.png a.pgm").code, 1);
+}
+
+TEST_F(Inputs, MayBePagesOfATiffFile) {
+    TIFF* const tiff = TIFFOpen(path("pages.tif").c_str(), "w");
+    for (const std::string row : {"\x01\x02", "\x03\x04", "\x05\x06"}) {
+        for (const auto& [tag, value] : std::map<int, int>{{TIFFTAG_IMAGEWIDTH, 2},
+                                                           {TIFFTAG_IMAGELENGTH, 1},
+                                                           {TIFFTAG_BITSPERSAMPLE, 8},
+                                                           {TIFFTAG_SAMPLESPERPIXEL, 1}})
+            TIFFSetField(tiff, static_cast<unsigned>(tag), value);
+        std::string content = row; // libtiff may change it
+        TIFFWriteScanline(tiff, content.data(), 0, 0);
+        TIFFWriteDirectory(tiff);
+    }
+    TIFFClose(tiff);
+    EXPECT_EQ(bytes("--frame all pages.tif"), "\x01\x02\x03\x04\x05\x06");
+    EXPECT_EQ(bytes("--frame 2 pages.tif"), "\x03\x04");
+    EXPECT_EQ(bytes("--frame 2-3 pages.tif"), "\x03\x04\x05\x06");
+    for (const std::string wrong : {"", "--frame 4 ", "--frame 2-4 "})
+        EXPECT_EQ(run("convert " + wrong + "pages.tif out.pgm").code, 1) << wrong;
 }
 
 TEST_F(Inputs, MayBePaddedAndSeveralInAFile) {

@@ -113,7 +113,8 @@ INSTANTIATE_TEST_SUITE_P(DeepMosaics, RoundTrip,
                                            Trip{"BayerGB16 --bits-used 14", "BGR48", 3},
                                            Trip{"BayerBG12Packed", "RGB24", 0}, Trip{"BayerRG12Packed", "RGB24", 0},
                                            Trip{"BayerGR10p", "RGB24", 0}, Trip{"BayerGB10p", "Mono16", 64},
-                                           Trip{"BayerBG12p", "RGB24", 0}, Trip{"BayerRG12p", "Mono8", 1}));
+                                           Trip{"BayerBG12p", "RGB24", 0}, Trip{"BayerRG12p", "Mono8", 1},
+                                           Trip{"BayerGB12p", "BGR48", 15}, Trip{"BayerGR12", "RGB48", 15}));
 INSTANTIATE_TEST_SUITE_P(Colour, RoundTrip,
                          ::testing::Values(Trip{"Rgb8", "RGB24", 0}, Trip{"Bgr8", "RGBA32", 0},
                                            Trip{"Rgba8", "BGR24", 0}, Trip{"Bgra8", "BGRA32", 0},
