@@ -55,8 +55,9 @@ float curved(const Curve& curve, float value) { // 0 to 1
     }
 }
 
-std::vector<std::uint16_t> tableOf(const Curve& curve) {
-    std::vector<std::uint16_t> table(0x10000);
+using Table = std::vector<std::uint16_t>; // of all samples
+Table tableOf(const Curve& curve) {
+    Table table(0x10000);
     for (std::size_t i = 0; i < table.size(); ++i)
         table[i] = rounded(white * curved(curve, static_cast<float>(i) / white));
     return table;
@@ -85,30 +86,79 @@ private:
 // Every how many-th pixel is measured; odd, so as not to meet the same columns in every row of most pictures.
 std::size_t stepFor(std::size_t pixels) { return pixels / 500'000 * 2 + 1; }
 
+// Those that are measured, of three channels.
+std::vector<std::uint16_t> somePixels(ConstSamples samples) {
+    const std::size_t step = 3 * stepFor(samples.size() / 3);
+    std::vector<std::uint16_t> some;
+    some.reserve(samples.size() / step * 3 + 3);
+    for (std::size_t i = 0; i + 2 < samples.size(); i += step) some.insert(some.end(), &samples[i], &samples[i] + 3);
+    return some;
+}
+
+// What becomes of every sample, if that is known beforehand; `exposed` takes a sample.
+template <class Expose> Table developedSamples(const Settings& settings, const Table& curve, const Expose& exposed) {
+    const float scale = white / std::max(settings.high - settings.low, 1.f);
+    Table table(0x10000);
+    for (unsigned value = 0; value < 0x10000; ++value)
+        table[value] = curve[rounded((exposed(static_cast<std::uint16_t>(value)) - settings.low) * scale)];
+    return table;
+}
+
+// `put` takes the number of a pixel and its value.
+template <class Put> void developGrey(ConstSamples samples, const Settings& settings, const Put& put) {
+    const Exposed exposed(settings);
+    const Table table =
+        developedSamples(settings, tableOf(settings.curve), [&](std::uint16_t sample) { return exposed.grey(sample); });
+    for (std::size_t i = 0; i < samples.size(); ++i) put(i, table[samples[i]]);
+}
+
+// ... and its three values.
+template <class Put> void developColour(ConstSamples samples, const Settings& settings, const Put& put) {
+    const Table curve = tableOf(settings.curve);
+    const Exposed exposed(settings);
+    const std::size_t pixels = samples.size() / 3;
+    const std::uint16_t* from = samples.data();
+    if (exposed.isDiagonal()) {
+        Table tables[3];
+        for (unsigned c = 0; c < 3; ++c)
+            tables[c] =
+                developedSamples(settings, curve, [&](std::uint16_t sample) { return exposed.channel(c, sample); });
+        for (std::size_t i = 0; i < pixels; ++i, from += 3)
+            put(i, tables[0][from[0]], tables[1][from[1]], tables[2][from[2]]);
+        return;
+    }
+    const float scale = white / std::max(settings.high - settings.low, 1.f);
+    const auto finished = [&](float value) { return curve[rounded((value - settings.low) * scale)]; };
+    for (std::size_t i = 0; i < pixels; ++i, from += 3) {
+        const auto colour = exposed.colour(from);
+        put(i, finished(colour[0]), finished(colour[1]), finished(colour[2]));
+    }
+}
+
 } // namespace
 
 void develop(Samples samples, unsigned channels, const Settings& settings) {
-    const std::vector<std::uint16_t> table = tableOf(settings.curve);
-    const Exposed exposed(settings);
-    const float scale = white / std::max(settings.high - settings.low, 1.f);
-    const auto finished = [&](float value) { return table[rounded((value - settings.low) * scale)]; };
-    if (channels == 1 || exposed.isDiagonal()) { // then all that can become of a sample is known beforehand
-        std::vector<std::uint16_t> tables[3];
-        for (unsigned c = 0; c < channels; ++c) {
-            tables[c].resize(0x10000);
-            for (unsigned value = 0; value < 0x10000; ++value) {
-                const auto sample = static_cast<std::uint16_t>(value);
-                tables[c][value] = finished(channels == 1 ? exposed.grey(sample) : exposed.channel(c, sample));
-            }
-        }
-        for (std::size_t i = 0; i + channels <= samples.size(); i += channels)
-            for (unsigned c = 0; c < channels; ++c) samples[i + c] = tables[c][samples[i + c]];
-        return;
-    }
-    for (std::size_t i = 0; i + 2 < samples.size(); i += 3) {
-        const auto colour = exposed.colour(&samples[i]);
-        for (unsigned c = 0; c < 3; ++c) samples[i + c] = finished(colour[c]);
-    }
+    if (channels == 1)
+        developGrey(samples, settings, [&](std::size_t i, std::uint16_t value) { samples[i] = value; });
+    else
+        developColour(samples, settings,
+                      [&](std::size_t i, std::uint16_t red, std::uint16_t green, std::uint16_t blue) {
+                          samples[3 * i] = red, samples[3 * i + 1] = green, samples[3 * i + 2] = blue;
+                      });
+}
+
+void developForDisplay(ConstSamples samples, unsigned channels, const Settings& settings, std::uint8_t* rgba) {
+    const auto put = [rgba](std::size_t i, std::uint16_t red, std::uint16_t green, std::uint16_t blue) {
+        std::uint8_t* const to = rgba + 4 * i;
+        to[0] = static_cast<std::uint8_t>(red >> 8);
+        to[1] = static_cast<std::uint8_t>(green >> 8);
+        to[2] = static_cast<std::uint8_t>(blue >> 8);
+        to[3] = 0xFF;
+    };
+    if (channels == 1)
+        developGrey(samples, settings, [&](std::size_t i, std::uint16_t value) { put(i, value, value, value); });
+    else
+        developColour(samples, settings, put);
 }
 
 float percentile(ConstSamples samples, double part) {
@@ -119,14 +169,14 @@ float percentile(ConstSamples samples, double part) {
 
 float measureBlack(ConstSamples samples) { return percentile(samples, .0005); }
 
-std::array<float, 3> measureWhiteBalance(ConstSamples samples, float black) {
+std::array<float, 3> measureWhiteBalance(ConstSamples all, float black) {
     constexpr float clipped = .95f * white;
     std::array<float, 3> factors{1, 1, 1};
-    const std::size_t step = 3 * stepFor(samples.size() / 3);
+    const std::vector<std::uint16_t> samples = somePixels(all);
     // First the mean of all pixels counts as grey, then that of those which are nearly grey by the factors so far.
     for (float tolerance : {1e9f, 3.f, 2.f, 1.5f, 1.5f, 1.5f}) {
         std::array<double, 3> sums{};
-        for (std::size_t i = 0; i + 2 < samples.size(); i += step) {
+        for (std::size_t i = 0; i < samples.size(); i += 3) {
             const float colour[3] = {samples[i] - black, samples[i + 1] - black, samples[i + 2] - black};
             const float balanced[3] = {colour[0] * factors[0], colour[1] * factors[1], colour[2] * factors[2]};
             const auto [least, most] = std::minmax({balanced[0], balanced[1], balanced[2]});

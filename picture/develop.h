@@ -34,6 +34,9 @@ using ConstSamples = std::span<const std::uint16_t>;
 
 void develop(Samples samples, unsigned channels, const Settings& settings);
 
+// The same with 8 bits, the high ones: R G B and 255 of every pixel.
+void developForDisplay(ConstSamples samples, unsigned channels, const Settings& settings, std::uint8_t* rgba);
+
 // The sample below which lies such a part of them, 0 to 1.
 float percentile(ConstSamples samples, double part);
 

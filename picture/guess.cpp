@@ -82,7 +82,7 @@ Index leftOf(Kind kind, Index i) {
 
 // ---- What a model costs
 
-constexpr int runLength = 32, runs = 500;
+constexpr int runLength = 32;
 constexpr double impossible = 1e9; // too small for any run
 
 class Random { // the same numbers every time
@@ -107,8 +107,8 @@ double bitsFor(double residual, int sampleBits) {
     return std::min(std::log2(1 + 2 * 2.718 * residual), static_cast<double>(sampleBits));
 }
 
-// Bits for a sample, by runs of samples here and there.
-double costOf(Dump dump, const Layout& layout, Index width, Index height) {
+// Bits for a sample, by so many runs of samples here and there.
+double bitsOfSamples(Dump dump, const Layout& layout, Index width, Index height, int runs) {
     const Ratio ratio = ratioOf(layout.kind);
     const Index row = width * ratio.samples / ratio.pixels, above = layout.kind == Kind::mosaic ? 2 * row : row;
     const Index firstRow = above / row, margin = 6;
@@ -153,14 +153,23 @@ bool hasAlpha(Dump dump) {
     return *std::max_element(std::begin(counts), std::end(counts)) > .9 * looks;
 }
 
+// Which bits are used in the first and in the second bytes of all pairs.
+struct UsedBits {
+    unsigned first = 0, second = 0;
+};
+UsedBits usedBits(Dump dump) {
+    UsedBits used;
+    for (std::size_t i = 0; i + 1 < dump.size(); i += 2) used.first |= dump[i], used.second |= dump[i + 1];
+    return used;
+}
+
 // What speaks against a storage, as bits for each byte: words use the bits from one to another; and if they leave the
 // highest ones alone, as samples of 10 to 14 bits do, they are hardly pairs of bytes.
-double doubtsOf(Dump dump, Storage storage) {
-    unsigned low = 0, high = 0;
-    for (std::size_t i = 0; i + 1 < dump.size(); i += 2) low |= dump[i], high |= dump[i + 1];
-    if (storage == Storage::bytes) return low > 0xF && high < 0x40 ? .2 : 0;
+double doubtsOf(const UsedBits& bits, Storage storage) {
+    if (storage == Storage::bytes) return bits.first > 0xF && bits.second < 0x40 ? .2 : 0;
     if (storage != Storage::littleEndian && storage != Storage::bigEndian) return 0;
-    const unsigned used = storage == Storage::littleEndian ? low | high << 8 : high | low << 8;
+    const unsigned used =
+        storage == Storage::littleEndian ? bits.first | bits.second << 8 : bits.second | bits.first << 8;
     return std::has_single_bit((used >> std::countr_zero(used | 0x10000)) + 1) ? 0 : .5;
 }
 
@@ -279,32 +288,52 @@ void describe(Dump dump, Guess& guess) {
     guess.redFirst = statistics.mean[0] >= statistics.mean[2];
 }
 
-} // namespace
-
-std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_t count) {
+// All sizes that a dump can have in all layouts.
+std::vector<Guess> possibilities(Dump dump) {
     std::vector<Guess> guesses;
-    constexpr std::size_t fewestBytes = 128;
-    if (dump.size() < fewestBytes) return guesses;
     for (const Layout& layout : layouts) {
         const Index pixels = pixelsOf(dump, layout);
-        const double samplesInByte = 8. / bitsOf(layout.storage), doubts = doubtsOf(dump, layout.storage);
+        const auto add = [&](Index width, Index height) {
+            if (fits(layout, width, height))
+                guesses.push_back({layout.storage, layout.kind, 8, false, false, true,
+                                   static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)});
+        };
         for (Index width = 1; width * width <= pixels; ++width) {
             if (pixels % width != 0) continue;
-            for (const Index w : {width, pixels / width}) {
-                if (!fits(layout, w, pixels / w)) continue;
-                const double samples = costOf(dump, layout, w, pixels / w);
-                if (samples == impossible) continue;
-                const double cost = samples * samplesInByte + strangeness(w, pixels / w, usual) + doubts;
-                guesses.push_back({layout.storage, layout.kind, 8, false, false, true, static_cast<std::uint32_t>(w),
-                                   static_cast<std::uint32_t>(pixels / w), cost});
-                if (width * width == pixels) break;
-            }
+            add(width, pixels / width);
+            if (width * width < pixels) add(pixels / width, width);
         }
     }
+    return guesses;
+}
+
+// Keeps the best, at most `count`.
+void keepBest(std::vector<Guess>& guesses, std::size_t count) {
     const auto better = [](const Guess& a, const Guess& b) { return a.cost < b.cost; };
     const std::size_t kept = std::min(count, guesses.size());
     std::partial_sort(guesses.begin(), guesses.begin() + static_cast<std::ptrdiff_t>(kept), guesses.end(), better);
     guesses.resize(kept);
+    std::erase_if(guesses, [](const Guess& guess) { return guess.cost >= impossible; });
+}
+
+} // namespace
+
+std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_t count) {
+    constexpr std::size_t fewestBytes = 128;
+    if (dump.size() < fewestBytes) return {};
+    const UsedBits used = usedBits(dump);
+    std::vector<Guess> guesses = possibilities(dump);
+    const auto weigh = [&](int runs) {
+        for (Guess& one : guesses) {
+            const double bits = bitsOfSamples(dump, {one.storage, one.kind}, one.width, one.height, runs);
+            one.cost = bits * 8 / bitsOf(one.storage) + strangeness(one.width, one.height, usual) +
+                       doubtsOf(used, one.storage);
+        }
+    };
+    weigh(100);
+    keepBest(guesses, 4 * count + 30); // among so many is the best of all
+    weigh(500);
+    keepBest(guesses, count);
     for (Guess& one : guesses) describe(dump, one);
     return guesses;
 }

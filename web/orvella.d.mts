@@ -68,8 +68,9 @@ export interface Rendering {
   rgba: Uint8Array;
   /** 1 if the picture is grey, 3 otherwise. */
   channels: 1 | 3;
+  width: number;
+  height: number;
   remark: string;
-  histograms: Histogram[];
   /** What was used where "auto" was asked for, if the picture was developed; low and high from 0 to 1. */
   measured?: { black: number; whiteBalance: number[]; low: number; high: number };
 }
@@ -89,6 +90,11 @@ export interface Orvella {
   formats(): PixelFormat[];
   /** What a file's name, like "x_BayerRG12p_2448x2048.raw", says. */
   named(name: string): { format?: string; size?: string; bitsUsed?: number };
+  /**
+   * Of a PGM, PPM, PAM or .npy file, by its name: the bytes before its first frame, and the frame, in which a mosaic is grey.
+   * Nothing for others. `beginning` has 4096 bytes of the file, or all.
+   */
+  header(name: string, beginning: ArrayBuffer | ArrayBufferView): { skip: number; frame: Frame & { size: string } } | undefined;
   /** What a dump without a header may hold, from its bytes alone, the best first. */
   guess(bytes: ArrayBuffer | ArrayBufferView, count?: number): (Frame & { size: string })[];
   /** A test chart, as a camera would send it. */
@@ -102,6 +108,8 @@ export interface Orvella {
   statistics(): { histograms: Histogram[]; warning: string };
   /** A picture of that frame, as the converter makes it in Mono8 or RGB24. */
   render(look: Look): Rendering;
+  /** Of such a picture: one histogram of a grey one, otherwise three. */
+  histograms(rgba: Uint8Array, channels: 1 | 3): Histogram[];
   /** What the camera gave for the pixels of a part of that frame, row by row: one sample of grey and mosaics, others more. */
   samples(left: number, top: number, width: number, height: number): Uint16Array;
 }

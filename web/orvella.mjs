@@ -75,6 +75,11 @@ class Orvella {
     return this.#json("named", name.replace(/\.[^.]*$/, ""));
   }
 
+  header(name, beginning) {
+    const { skip, frame } = this.#json("header", name, beginning);
+    return frame && { skip, frame };
+  }
+
   guess(bytes, count = 5) {
     return this.#json("guess", undefined, bytes, count);
   }
@@ -99,6 +104,10 @@ class Orvella {
   render(options) {
     const about = this.#json("render", options);
     return { ...about, rgba: this.#result() };
+  }
+
+  histograms(rgba, channels) {
+    return this.#json("histograms", undefined, rgba, channels);
   }
 
   samples(left, top, width, height) {

@@ -11,6 +11,7 @@
 #include "frames/pack.h"
 #include "frames/samples.h"
 #include "guesses.h"
+#include "headers.h"
 #include "json.h"
 #include "offers.h"
 #include "session.h"
@@ -85,20 +86,6 @@ std::string describeMeasured(const picture::Settings& settings, const tool::Fram
         .text();
 }
 
-// To R G B A.
-Bytes opaque(const Bytes& pixels, unsigned channels) {
-    Bytes result(pixels.size() / channels * 4);
-    const std::size_t green = channels == 3 ? 1 : 0, blue = channels == 3 ? 2 : 0;
-    std::uint8_t* to = result.data();
-    for (std::size_t i = 0; i < pixels.size(); i += channels, to += 4) {
-        to[0] = pixels[i];
-        to[1] = pixels[i + green];
-        to[2] = pixels[i + blue];
-        to[3] = 0xFF;
-    }
-    return result;
-}
-
 } // namespace
 
 EXPORT(orvella_allocate) void* allocate(std::size_t size) { return std::malloc(size); }
@@ -124,6 +111,15 @@ EXPORT(orvella_named) bool named(const char* stem) {
         }
         if (found.size) object.add("size", frames::text(*found.size));
         text = object.text();
+    });
+}
+
+// What a file's header says, if it has one of those that are plain: {skip, frame}, the bytes
+// that it has and a frame as a guess has it. `beginning` is that of the file, 4096 bytes or all.
+EXPORT(orvella_header) bool header(const char* name, const std::uint8_t* beginning, std::size_t size) {
+    return attempt([&] {
+        const auto found = tool::plainHeader(name, {reinterpret_cast<const char*>(beginning), size});
+        text = found ? JsonObject().add("skip", found->offset).addText("frame", describe(found->frame)).text() : "{}";
     });
 }
 
@@ -187,19 +183,25 @@ EXPORT(orvella_statistics) bool statistics() {
     });
 }
 
-// Bytes: the picture, R G B A. {channels, remark, histograms, measured}
+// Bytes: the picture, R G B A. {width, height, channels, remark, measured}
 EXPORT(orvella_render) bool render(const char* options) {
     return attempt([&] {
-        const Session::Rendering rendering = session.render(parseOptions(options).recipe);
-        const unsigned channels = tool::shapeOf(rendering.image.output).channels;
+        Session::Rendering rendering = session.render(parseOptions(options).recipe);
+        const bool grey = session.frame().pixels.samples == frames::Samples::grey;
         JsonObject object;
-        object.add("channels", channels)
-            .add("remark", rendering.remark)
-            .addText("histograms", pictureHistograms(rendering.image.bytes, channels));
+        object.add("width", rendering.image.size.width)
+            .add("height", rendering.image.size.height)
+            .add("channels", grey ? 1 : 3)
+            .add("remark", rendering.remark);
         if (rendering.settings) object.addText("measured", describeMeasured(*rendering.settings, session.frame()));
-        bytes = opaque(rendering.image.bytes, channels);
+        bytes = std::move(rendering.image.bytes);
         text = object.text();
     });
+}
+
+// Of a picture, R G B A: a list of histograms.
+EXPORT(orvella_histograms) bool histograms(const std::uint8_t* data, std::size_t size, unsigned channels) {
+    return attempt([&] { text = pictureHistograms({data, size}, channels); });
 }
 
 // Bytes: 16-bit words, the samples of the pixels of this part of the frame, row by row.

@@ -7,6 +7,25 @@
 
 namespace web {
 
+namespace {
+
+// Grey or R G B as R G B and 255.
+tool::Image coloured(tool::Image image) {
+    const unsigned channels = tool::shapeOf(image.output).channels;
+    if (channels == 4) return image;
+    const std::size_t pixels = image.size.pixels(), green = channels == 3 ? 1 : 0, blue = channels == 3 ? 2 : 0;
+    Bytes rgba(pixels * 4, 0xFF);
+    const std::uint8_t* from = image.bytes.data();
+    for (std::size_t i = 0; i < pixels; ++i, from += channels) {
+        rgba[4 * i] = from[0];
+        rgba[4 * i + 1] = from[green];
+        rgba[4 * i + 2] = from[blue];
+    }
+    return {tool::outputNamed("RGBA32"), image.size, std::move(rgba)};
+}
+
+} // namespace
+
 Stored storedBytes(const Options& options) {
     const tool::FrameFormat frame = options.frame.frame();
     constexpr std::uint64_t mostPixels = 1u << 28; // of 6 bytes each, in a memory of 32-bit addresses
@@ -38,23 +57,39 @@ Bytes frameBytes(const Options& options, const std::uint8_t* data, std::size_t s
     return bytes;
 }
 
-const tool::LinearImage& Session::linear(const tool::DebayerMode& debayer) {
-    const auto found = linear_.find(debayer.code);
+const tool::LinearImage& Session::linear(const tool::DebayerMode& debayer, bool deinterlace) {
+    const std::pair how(debayer.code, deinterlace);
+    const auto found = linear_.find(how);
     if (found != linear_.end()) return found->second;
     constexpr std::size_t sides = 2; // that are compared
     if (linear_.size() >= sides) linear_.clear();
-    return linear_.emplace(debayer.code, tool::linearImage(frame_, bytes_, debayer)).first->second;
+    Bytes bytes = bytes_;
+    if (deinterlace) tool::weaveFields(bytes, frame_);
+    return linear_.emplace(how, tool::linearImage(frame_, std::move(bytes), debayer)).first->second;
 }
 
 Session::Rendering Session::render(const tool::RecipeOptions& options) {
+    // RGBA32 at once is quickest. It is not always what Mono8 is, or RGB24 with a matrix: the library rounds the one and cuts
+    // the other. And it flips no RGBA32.
+    const bool grey = frame_.pixels.samples == tool::Samples::grey, inPlace = options.flip.empty() && !options.half;
     tool::RecipeOptions shown = options;
-    shown.output = frame_.pixels.samples == tool::Samples::grey ? "Mono8" : "RGB24";
+    shown.output = grey ? "Mono8" : inPlace && options.matrix.empty() ? "RGBA32" : "RGB24";
     const tool::Recipe recipe = tool::recipeFor(frame_, shown, tool::FileType::png);
-    if (!recipe.twoSteps) return {tool::follow(recipe, frame_, bytes_).front(), "", {}};
-    tool::LinearImage image = linear(recipe.processing.debayer);
+    if (!recipe.twoSteps) return {coloured(std::move(tool::follow(recipe, frame_, bytes_).front())), "", {}};
+    const tool::LinearImage& image = linear(recipe.processing.debayer, recipe.deinterlace);
     const picture::Settings settings = recipe.adjustments.settingsFor(image, recipe.processing.matrix);
-    picture::develop(image.samples, image.channels, settings);
-    return {tool::imageOf(image, recipe.output), tool::remark(recipe, frame_), settings};
+    Rendering rendering{{}, tool::remark(recipe, frame_), settings};
+    if (inPlace) {
+        rendering.image = {tool::outputNamed("RGBA32"), image.size, Bytes(image.size.pixels() * 4)};
+        picture::developForDisplay(image.samples, image.channels, settings, rendering.image.bytes.data());
+    } else {
+        tool::LinearImage developed = image;
+        picture::develop(developed.samples, developed.channels, settings);
+        rendering.image = tool::imageOf(developed, recipe.output);
+        tool::finish(recipe, rendering.image);
+        rendering.image = coloured(std::move(rendering.image));
+    }
+    return rendering;
 }
 
 } // namespace web

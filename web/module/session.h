@@ -30,18 +30,19 @@ public:
         std::string remark;
         std::optional<picture::Settings> settings; // if the picture was developed
     };
-    // A picture of the frame, in Mono8 or RGB24, as the converter makes it. Throws UsageError, Refusal.
+    // A picture of the frame in RGBA32, as the converter makes it. Throws UsageError, Refusal.
     Rendering render(const tool::RecipeOptions& options);
 
     const tool::FrameFormat& frame() const { return frame_; }
     const Bytes& bytes() const { return bytes_; }
 
 private:
-    const tool::LinearImage& linear(const tool::DebayerMode& debayer);
+    const tool::LinearImage& linear(const tool::DebayerMode& debayer, bool deinterlace);
 
     tool::FrameFormat frame_;
     Bytes bytes_;
-    std::map<OrvDebayerMode, tool::LinearImage> linear_; // those that were needed, to develop them again and again
+    // Those that were needed, to develop them again and again.
+    std::map<std::pair<OrvDebayerMode, bool>, tool::LinearImage> linear_;
 };
 
 } // namespace web

@@ -91,10 +91,10 @@ std::string sensorHistograms(const tool::FrameFormat& frame, std::span<const std
     return listOf(histograms, letters);
 }
 
-std::string pictureHistograms(std::span<const std::uint8_t> bytes, unsigned channels) {
+std::string pictureHistograms(std::span<const std::uint8_t> rgba, unsigned channels) {
     std::array<std::array<std::uint32_t, bins>, 3> counts{};
-    for (std::size_t i = 0; i + channels <= bytes.size(); i += channels)
-        for (unsigned channel = 0; channel < channels; ++channel) ++counts[channel][bytes[i + channel]];
+    for (std::size_t i = 0; i + 4 <= rgba.size(); i += 4)
+        for (unsigned channel = 0; channel < channels; ++channel) ++counts[channel][rgba[i + channel]];
     std::vector<Histogram> histograms(channels, Histogram(8));
     for (unsigned channel = 0; channel < channels; ++channel)
         for (unsigned value = 0; value < bins; ++value) histograms[channel].add(value, counts[channel][value]);

@@ -11,7 +11,7 @@ namespace web {
 // mean, most, counts}, 256 counts over all values that samples can have.
 std::string sensorHistograms(const tool::FrameFormat& frame, std::span<const std::uint8_t> bytes);
 
-// Of a picture with 8 bits for a channel, likewise.
-std::string pictureHistograms(std::span<const std::uint8_t> bytes, unsigned channels);
+// Of a picture's R G B A, likewise; of a grey one (one channel), only once.
+std::string pictureHistograms(std::span<const std::uint8_t> rgba, unsigned channels);
 
 } // namespace web

@@ -81,7 +81,8 @@ class Viewer(unittest.TestCase):
         return shlex.split(text[text.index("orvella convert"):])[1:]
 
     def test_the_canvas_and_the_saved_file_are_the_converters(self):
-        looks = [{}, {"auto": False}, {"exposure": "0.5", "black": "2", "low": "1", "gamma": "2.2", "matrix": "grey"}]
+        looks = [{}, {"auto": False}, {"exposure": "0.5", "black": "2", "low": "1", "gamma": "2.2", "matrix": "grey"},
+                 {"flip": "90"}]
         for format in ["Mono12p", "Mono16", "BayerRG8", "BayerGB12p", "BayerBG12Packed", "Bgr8", "Yuv422", "Cygm8"]:
             self.browser.open()
             path = self.chart(format)
@@ -106,6 +107,25 @@ class Viewer(unittest.TestCase):
                 break
             threading.Event().wait(0.05)
         self.assertTrue(unpack_png(saved.read_bytes()) == wanted)
+
+    def test_headers_say_what_files_hold(self):
+        raw = self.chart("Mono12")
+        for name, options in [("deep.pgm", []), ("deep.tif", []), ("colour.ppm", ["-t", "RGB24"]), ("grey.tiff", ["-t", "Mono8"])]:
+            subprocess.run([ORVELLA, "convert", *options, raw, self.folder / name], check=True)
+        header = b"{'descr': '<u2', 'fortran_order': False, 'shape': (2, 48, 64), }\n"
+        (self.folder / "two.npy").write_bytes(b"\x93NUMPY\1\0" + struct.pack("<H", len(header)) + header + 2 * raw.read_bytes())
+        for name, format in [("deep.pgm", "Mono16"), ("deep.tif", "Mono16"), ("colour.ppm", "Rgb8"), ("grey.tiff", "Mono8"),
+                             ("two.npy", "Mono16")]:
+            self.browser.open()
+            self.show(self.folder / name)
+            command = self.copied_command()
+            subprocess.run([ORVELLA, *command], check=True, cwd=self.folder)
+            with self.subTest(command=command):
+                self.assertEqual(self.value("format"), format)
+                self.assertTrue(self.browser.pixels() == unpack_png((self.folder / command[-1]).read_bytes()))
+        (self.folder / "bad.tif").write_bytes(b"II*\0\xff\xff\0\0")
+        self.show(self.folder / "bad.tif")
+        self.assertIn("The TIFF file ends early", self.browser.text("#message"))
 
     def test_formats_and_sizes_are_guessed_and_can_be_changed(self):
         self.show(self.chart("BayerGR12p", "640x480", "unknown.bin"))
@@ -136,7 +156,12 @@ class Viewer(unittest.TestCase):
         several.write_bytes(several.read_bytes() * 2)
         self.chart("BayerRG8", "32x16", name="many/a10_BayerRG8_32x16.raw")
         self.chart("Rgb8", "16x16", name="many/a9_Rgb8_16x16.raw")
+        self.browser.after(lambda: self.browser.element("#files").send_keys(str(several)))
+        self.assertEqual(self.browser.text("#position"), "b_Mono8_64x48.raw · frame 1 of 2")
+        self.browser.after(lambda: self.browser.element("#folder").send_keys(str(self.folder / "many")))
+        chosen = self.browser.text("#position")
         self.show(self.folder / "many")
+        self.assertEqual(self.browser.text("#position"), chosen)
         seen = [self.browser.text("#position")]
         for _ in range(3):
             self.browser.after(lambda: self.browser.element("#next").click())
@@ -174,6 +199,15 @@ class Viewer(unittest.TestCase):
         pane.send_keys("++")
         self.assertEqual(self.browser.run("return document.querySelector('#scale').value"), "400 %")
 
+    def test_two_fingers_zoom(self):
+        self.show(self.chart("Rgb8"))
+        self.browser.element(".pane").send_keys("1")
+        scale, left = "return document.querySelector('#scale').value", 300
+        for kind, apart in [("touchStart", 100), ("touchMove", 150), ("touchMove", 200), ("touchEnd", None)]:
+            fingers = [{"x": left, "y": 300, "id": 0}, {"x": left + apart, "y": 300, "id": 1}] if apart else []
+            self.browser.command("Input.dispatchTouchEvent", type=kind, touchPoints=fingers)
+        self.assertEqual(self.browser.run(scale), "200 %")
+
     def test_nothing_stands_in_the_way_of_anybody(self):
         if "AXE" not in os.environ:
             self.skipTest("axe-core is missing")
@@ -200,8 +234,11 @@ class Viewer(unittest.TestCase):
             self.assertLessEqual(overflow, 0)
 
     def test_the_page_in_several_files(self):
-        handler = functools.partial(http.server.SimpleHTTPRequestHandler, directory=MODULE)
-        handler.log_message = lambda *_: None
+        class Handler(http.server.SimpleHTTPRequestHandler):
+            def log_message(self, *_):
+                pass
+
+        handler = functools.partial(Handler, directory=MODULE)
         with http.server.ThreadingHTTPServer(("localhost", 0), handler) as server:
             threading.Thread(target=server.serve_forever, daemon=True).start()
             self.browser.url = f"http://localhost:{server.server_port}/viewer/index.html"

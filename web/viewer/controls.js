@@ -79,7 +79,7 @@ export class Controls extends EventTarget {
     const value = (name) => this.fields[name].value.trim();
     const balance = ["red", "green", "blue"].map(value), stretch = [value("low"), value("high")];
     const look = { debayer: this.#isMosaic() ? value("debayer") : "", auto: this.fields.auto.checked };
-    for (const name of ["black", "gamma", "matrix"]) look[name] = value(name);
+    for (const name of ["black", "gamma", "matrix", "flip"]) look[name] = value(name);
     if (balance.some(Boolean)) look.whiteBalance = balance.map((factor) => factor || "1").join();
     if (stretch.some(Boolean)) look.stretch = `${stretch[0] || 0},${stretch[1] || 100}`;
     if (value("exposure") !== "0") look.exposure = Number((2 ** value("exposure")).toPrecision(4));
@@ -90,7 +90,7 @@ export class Controls extends EventTarget {
     const [red = "", green = "", blue = ""] = String(look.whiteBalance ?? "").split(",");
     const [low = "", high = ""] = String(look.stretch ?? "").split(",");
     const values = { red, green, blue, low, high };
-    for (const name of ["debayer", "black", "gamma", "matrix"]) values[name] = look[name] ?? "";
+    for (const name of ["debayer", "black", "gamma", "matrix", "flip"]) values[name] = look[name] ?? "";
     for (const [name, value] of Object.entries(values)) this.fields[name].value = value;
     this.fields.auto.checked = Boolean(look.auto);
     this.fields.exposure.value = look.exposure ? Math.log2(look.exposure) : 0;

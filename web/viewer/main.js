@@ -3,6 +3,7 @@ import { Controls } from "./controls.js";
 import { embedded, Engine, latest } from "./engine.js";
 import { filesOf, framesAmong } from "./files.js";
 import { showHistograms } from "./histogram.js";
+import { sensorPixel } from "./orientation.js";
 import { showPixel } from "./readout.js";
 import { commandLine, fromFragment, toFragment } from "./settings.js";
 import { Stage } from "./stage.js";
@@ -16,6 +17,11 @@ const state = {
   /** @type {File[]} */
   files: [],
   file: 0,
+  /** @type {File | undefined} */
+  current: undefined,
+  /** @type {Blob} the frames of the current file, without its header */
+  data: new Blob(),
+  header: {}, // what that says of them
   number: 0, // of the frame in the file
   count: 1, // of frames in the file
   /** @type {Partial<import("./settings.js").Frame>} */
@@ -48,47 +54,56 @@ async function goTo(file, number) {
   Object.assign(state, { file, number, current: state.files[file] });
   document.body.dataset.state = "ready";
   byId("welcome").hidden = true;
-  if (another) await identify(state.current);
+  try {
+    if (another) await identify(state.current);
+  } catch (error) {
+    complain(error.message);
+    return showPosition();
+  }
   controls.writeFrame(state.frame);
   controls.writeLook(state.looks[controls.side]);
   show();
 }
 
-/** What the file is: as its name says, as was chosen if that fits, or else as its bytes look. */
+/** What the file is: as its header or its name says, as was chosen if that fits, or else as its bytes look. */
 async function identify(file) {
-  const named = await engine.ask("named", file.name);
+  Object.assign(state, { header: {}, data: new Blob() });
+  const { frame: header, data } = await engine.ask("opened", file);
+  const named = header ?? (await engine.ask("named", file.name));
+  Object.assign(state, { header: header ?? {}, data });
   controls.guesses = [];
-  if (state.chosen && (await fits(state.frame, file))) return;
+  if (state.chosen && (await fits(state.frame))) return;
   if (named.format && named.size) state.frame = named;
-  else if (await fits(state.frame, file)) return;
+  else if (await fits(state.frame)) return;
   else {
-    const guesses = await engine.ask("guesses", file);
+    const guesses = await engine.ask("guesses", data);
     controls.guesses = guesses;
     state.frame = { format: "Mono8", size: "640x480", ...guesses[0], ...named };
   }
   state.chosen = false;
 }
 
-async function fits(frame, file) {
+async function fits(frame) {
   if (!frame.format || !frame.size) return false;
-  const layout = await engine.ask("layout", frame, file.size).catch(() => ({ count: 0 }));
+  const layout = await engine.ask("layout", frame, state.data.size).catch(() => ({ count: 0 }));
   return layout.count > 0 && layout.left === 0;
 }
 
 const show = latest(async () => {
   try {
     const start = performance.now();
-    const layout = await engine.ask("layout", state.frame, state.current.size);
+    const layout = await engine.ask("layout", state.frame, state.data.size);
     state.count = Math.max(1, layout.count);
     state.number = Math.min(state.number, state.count - 1);
-    await engine.ask("take", state.current, state.frame, state.number);
+    showPosition();
+    await engine.ask("take", state.data, state.frame, state.number);
     await renderAll();
     describe(layout, performance.now() - start);
     await showStatistics();
   } catch (error) {
     complain(error.message);
+    showPosition();
   }
-  showPosition();
 });
 
 const sides = () => (state.compare ? [0, 1] : [0]);
@@ -106,9 +121,9 @@ async function renderSide(side) {
   stage.show(bitmap, side);
 }
 
-const rerender = latest(async (side) => {
+const rerender = latest(async (changed) => {
   try {
-    await renderSide(side);
+    for (const side of changed) await renderSide(side);
     settled();
   } catch (error) {
     complain(error.message);
@@ -134,22 +149,28 @@ async function showStatistics() {
   showHistogram();
 }
 
-function showHistogram() {
-  const of = controls.fields.of.value === "sensor" ? state.sensor : state.pictures[controls.side]?.histograms;
-  showHistograms(byId("curves"), byId("figures"), of ?? []);
-}
+const showHistogram = latest(async () => {
+  const ofPicture = controls.fields.of.value === "picture", picture = state.pictures[controls.side];
+  if (ofPicture && picture) picture.histograms ??= await engine.ask("histograms", controls.side);
+  showHistograms(byId("curves"), byId("figures"), (ofPicture ? picture?.histograms : state.sensor) ?? []);
+});
+
+const sensorAt = (pixel) => sensorPixel(pixel, state.looks[0].flip, state.frame.size);
 
 const readPixel = latest(async () => {
   if (!stage.pixel) return void byId("readout").replaceChildren("Point at a pixel to read its values.");
-  const { pixel } = stage;
-  const values = await engine.ask("pixel", pixel.x, pixel.y, sides().length).catch(() => undefined);
-  if (values) showPixel(byId("readout"), pixel, values, controls.format.samples);
+  const { pixel } = stage, sensor = sensorAt(pixel);
+  const values = [engine.ask("samples", [sensor]), engine.ask("colours", pixel, sides().length)];
+  const [samples, colours] = await Promise.all(values).catch(() => []);
+  if (samples) showPixel(byId("readout"), pixel, sensor, { samples, colours }, controls.format.samples);
 });
 
 const writeSamples = latest(async () => {
   const part = stage.legible;
   if (!part) return;
-  const samples = await engine.ask("samples", part.left, part.top, part.width, part.height).catch(() => undefined);
+  const { left, top, width, height } = part;
+  const pixels = Array.from({ length: width * height }, (_, i) => sensorAt({ x: left + (i % width), y: top + Math.floor(i / width) }));
+  const samples = await engine.ask("samples", pixels).catch(() => undefined);
   if (samples && sameView(part)) part.write(samples);
 });
 const sameView = ({ left, top, width, height }) => {
@@ -210,8 +231,10 @@ controls.addEventListener("frame", () => {
   if (state.current) show();
 });
 controls.addEventListener("look", () => {
-  state.looks[controls.side] = controls.readLook();
-  if (state.current) rerender(controls.side);
+  const look = controls.readLook(), { flip } = state.looks[0];
+  state.looks[controls.side] = look;
+  for (const each of state.looks) each.flip = look.flip;
+  if (state.current) rerender(look.flip === flip ? [controls.side] : sides());
 });
 controls.addEventListener("side", () => {
   controls.writeLook(state.looks[controls.side]);
@@ -241,7 +264,8 @@ function showCompare() {
 byId("copy-command").addEventListener("click", () => {
   const several = state.count > 1 || byId("about").textContent.includes("left over");
   copy("command", commandLine(state.frame, state.looks[controls.side], {
-    grey: controls.format.samples === "grey", name: state.current.name, number: several ? state.number + 1 : undefined }));
+    header: state.header, grey: controls.format.samples === "grey", name: state.current.name,
+    number: several ? state.number + 1 : undefined }));
 });
 byId("copy-link").addEventListener("click", () => copy("link", `${location.href.replace(/#.*/, "")}#${toFragment(state)}`));
 async function copy(what, text) {
@@ -267,7 +291,7 @@ for (const [button, input] of [["open", "files"], ["open-too", "files"], ["open-
   byId(button).addEventListener("click", () => byId(input).click());
 for (const id of ["files", "folder"])
   byId(id).addEventListener("change", ({ target }) => {
-    open(target.files);
+    open([...target.files]); // which the next line empties
     target.value = ""; // so that the same file can be chosen again
   });
 byId("chart").addEventListener("click", async () => {
@@ -308,6 +332,9 @@ try {
   controls.formats = await engine.ask("start", embedded());
   takeLink();
   document.body.dataset.state = "waiting";
+  for (const format of ["BayerRG12p", "BayerRG8", "Mono12p", "Mono8", "Rgb8"])
+    if (!state.current) await engine.ask("warmUp", format);
+  document.body.dataset.warm = "true";
 } catch (error) {
   complain(`The viewer does not start: ${error.message}`);
 }

@@ -9,7 +9,7 @@ export class Pane {
   #numbers = make("canvas", "numbers");
   #cursor = make("div", "cursor");
   #name = make("span", "name");
-  #context = this.#canvas.getContext("2d", { alpha: false });
+  #context = this.#canvas.getContext("bitmaprenderer", { alpha: false });
 
   constructor() {
     this.element.tabIndex = 0;
@@ -34,8 +34,7 @@ export class Pane {
   show(bitmap) {
     const { width, height } = bitmap;
     if (width !== this.#canvas.width || height !== this.#canvas.height) Object.assign(this.#canvas, { width, height });
-    this.#context.drawImage(bitmap, 0, 0);
-    bitmap.close();
+    this.#context.transferFromImageBitmap(bitmap); // which takes no time
   }
 
   /** @param {import("./view.js").View} view @param {{ x: number, y: number } | undefined} pixel */

@@ -6,11 +6,12 @@ const names = { rgb: "RGB", bgr: "BGR", rgba: "RGBA", bgra: "BGRA", yuv411: "YUV
 /**
  * @param {HTMLElement} element
  * @param {{ x: number, y: number }} pixel
+ * @param {{ x: number, y: number }} sensor that pixel of the frame
  * @param {{ samples: number[], colours: number[][] }} values
  * @param {string} kind of samples
  */
-export function showPixel(element, { x, y }, { samples, colours }, kind) {
-  const letter = mosaics.includes(kind) ? kind[(y % 2) * 2 + (x % 2)].toUpperCase() : "";
+export function showPixel(element, { x, y }, sensor, { samples, colours }, kind) {
+  const letter = mosaics.includes(kind) ? kind[(sensor.y % 2) * 2 + (sensor.x % 2)].toUpperCase() : "";
   const raw = samples.map((sample, i) => `${names[kind]?.[i] ?? letter} ${sample}`.trim()).join("  ");
   element.replaceChildren(bold(`${x}, ${y}`), `   sensor ${raw}`,
     ...colours.flatMap((colour, i) => [colours.length > 1 ? `   ${["left", "right"][i]} ` : "   picture ", swatch(colour), textOf(colour)]));

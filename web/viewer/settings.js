@@ -6,7 +6,7 @@
 /** @typedef {{ frame: Partial<Frame>, looks: [Look, Look], compare: boolean }} Settings */
 
 const frameNames = ["format", "size", "bitsUsed", "msbAligned", "bigEndian", "skip", "stride"];
-const lookNames = ["debayer", "matrix", "auto", "black", "whiteBalance", "exposure", "stretch", "gamma"];
+const lookNames = ["debayer", "matrix", "auto", "black", "whiteBalance", "exposure", "stretch", "gamma", "flip"];
 const rightSide = "right.";
 
 /** @param {Settings} settings */
@@ -32,12 +32,13 @@ export function fromFragment(fragment) {
  * The command that makes the same picture.
  * @param {Partial<Frame>} frame
  * @param {Look} look
- * @param {{ grey: boolean, name: string, number?: number }} source `number`: which frame of several, from 1
+ * @param {{ header: Partial<Frame>, grey: boolean, name: string, number?: number }} source `header`: what the file's says, so
+ *     that the converter need not be told; `number`: which frame of several, from 1
  */
-export function commandLine(frame, look, { grey, name, number }) {
+export function commandLine(frame, look, { header, grey, name, number }) {
   const words = ["orvella", "convert", "-f", frame.format, "-s", frame.size];
   const add = ([option, value]) => words.push(`--${hyphened(option)}`, ...(value === "true" ? [] : [value]));
-  entries(frame, frameNames.slice(2)).forEach(add);
+  entries(frame, frameNames.slice(2)).filter(([option, value]) => String(header[option]) !== value).forEach(add);
   if (number) add(["frame", String(number)]);
   words.push("-t", grey ? "Mono8" : "RGB24");
   entries(look, lookNames).forEach(add);

@@ -1,5 +1,6 @@
 // Where the work is done: reads files, asks the module, makes bitmaps. The page asks by name and waits for answers.
 import { load } from "../orvella.mjs";
+import { withoutHeader } from "./headers.js";
 import { encodePng } from "./png.js";
 
 /** @typedef {import("../orvella.mjs").Orvella} Orvella */
@@ -7,9 +8,8 @@ import { encodePng } from "./png.js";
 
 /** @type {Orvella} */
 let orvella;
-/** What was rendered last for each side, and the frame it is of. */
+/** What was rendered last for each side. */
 const pictures = [];
-let size = { width: 0, height: 0 };
 const mostToGuess = 1 << 28;
 
 const answers = {
@@ -19,52 +19,64 @@ const answers = {
     return orvella.formats();
   },
 
+  /** Browsers compile quickly first, and well what has run for a while: so that the first frame does not wait for that. */
+  warmUp(format) {
+    const frame = { format, size: "640x480" }, bytes = orvella.chart(frame);
+    orvella.guess(bytes, 1);
+    for (const auto of [true, false, true, false, true, false]) {
+      orvella.look(bytes, frame);
+      orvella.render({ auto });
+    }
+  },
+
+  /** @param {File} file */
+  opened: (file) => withoutHeader(file, orvella),
+
   named: (name) => orvella.named(name),
 
-  async guesses(file) {
-    if (file.size === 0 || file.size > mostToGuess) return [];
-    return orvella.guess(await file.arrayBuffer(), 6);
+  /** @param {Blob} data */
+  async guesses(data) {
+    if (data.size === 0 || data.size > mostToGuess) return [];
+    return orvella.guess(await data.arrayBuffer(), 6);
   },
 
   /** How many such frames the file holds, and what is left over. */
-  layout(frame, fileSize) {
+  layout(frame, size) {
     const { skip = 0, ...rest } = frame;
     const stored = orvella.stored(rest);
-    const inside = fileSize - Number(skip);
+    const inside = size - Number(skip);
     const lastPadding = rest.stride ? rest.stride - stored.row : 0;
     const count = Math.max(0, Math.floor((inside + lastPadding) / stored.frame));
     return { count, left: Math.max(0, inside - count * stored.frame), bytes: stored.frame };
   },
 
-  /** @param {File} file */
-  async take(file, frame, number) {
+  /** @param {Blob} data */
+  async take(data, frame, number) {
     const { skip = 0, ...rest } = frame;
-    const start = Number(skip) + number * orvella.stored(rest).frame;
-    const [width, height] = rest.size.split("x").map(Number);
-    orvella.look(await file.slice(start, start + orvella.stored(rest).frame).arrayBuffer(), rest);
-    size = { width, height };
+    const stored = orvella.stored(rest).frame, start = Number(skip) + number * stored;
+    orvella.look(await data.slice(start, start + stored).arrayBuffer(), rest);
   },
 
   statistics: () => orvella.statistics(),
 
   async render(look, side) {
     const { rgba, ...about } = orvella.render(look);
-    pictures[side] = { rgba, ...size, channels: about.channels };
-    const bitmap = await createImageBitmap(new ImageData(new Uint8ClampedArray(rgba.buffer), size.width, size.height));
+    const { width, height, channels } = about;
+    pictures[side] = { rgba, width, height, channels };
+    const bitmap = await createImageBitmap(new ImageData(new Uint8ClampedArray(rgba.buffer), width, height));
     return { ...about, bitmap };
   },
 
-  /** The samples of a part of the frame. */
-  samples: (left, top, width, height) => orvella.samples(left, top, width, height),
+  histograms: (side) => orvella.histograms(pictures[side].rgba, pictures[side].channels),
 
-  /** The samples of a pixel and what became of it on each side. */
-  pixel(x, y, sides) {
-    const at = 4 * (y * size.width + x);
-    return {
-      samples: [...orvella.samples(x, y, 1, 1)],
-      colours: pictures.slice(0, sides).map(({ rgba }) => [...rgba.subarray(at, at + 3)]),
-    };
-  },
+  /** The samples of the frame's pixels, one pixel after the other. */
+  samples: (pixels) => pixels.flatMap(({ x, y }) => [...orvella.samples(x, y, 1, 1)]),
+
+  /** The colours of the pictures on so many sides. */
+  colours: ({ x, y }, sides) => pictures.slice(0, sides).map(({ rgba, width }) => {
+    const at = 4 * (y * width + x);
+    return [...rgba.subarray(at, at + 3)];
+  }),
 
   png: (side) => encodePng(pictures[side]),
 
