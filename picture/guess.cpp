@@ -279,8 +279,25 @@ void setBits(Dump dump, Guess& guess) {
     guess.bits = depth(guess.highBits ? 16 - bottom : top);
 }
 
+// Columns at the right that have one value all over.
+std::uint32_t paddingOf(Dump dump, const Guess& guess) {
+    const auto [samples, pixels] = ratioOf(guess.kind);
+    if (pixels != 1) return 0;
+    const Index row = Index{guess.width} * samples, most = std::min(Index{64}, Index{guess.width} / 4);
+    const int value = sampleAt(dump, guess.storage, row - 1);
+    Index alike = most * samples; // at the end of every row
+    for (Index y = 0; y < guess.height && alike > 0; ++y) {
+        Index i = 0;
+        while (i < alike && sampleAt(dump, guess.storage, (y + 1) * row - 1 - i) == value) ++i;
+        alike = i;
+    }
+    const Index cell = guess.kind == Kind::mosaic ? 2 : 1;
+    return static_cast<std::uint32_t>(alike / samples / cell * cell);
+}
+
 void describe(Dump dump, Guess& guess) {
     setBits(dump, guess);
+    guess.padding = paddingOf(dump, guess);
     if (guess.kind == Kind::mosaic) guess.greenFirst = greenFirst(dump, guess.storage, guess.width, guess.height);
     if (guess.kind != Kind::rgb) return;
     const ChannelStatistics statistics = statisticsOf(dump);

@@ -23,7 +23,8 @@ struct Guess {
     bool greenFirst = false; // mosaics: the first sample is green
     bool redFirst = true;    // colours and mosaics: before blue, which is a guess between equals
     std::uint32_t width = 0, height = 0;
-    double cost = 0; // bits for each byte of the dump
+    std::uint32_t padding = 0; // columns at the right that are all the same, at most 64
+    double cost = 0;           // bits for each byte of the dump
 };
 
 // The best first; at most `count`. A size in `usual` counts a little more than another.

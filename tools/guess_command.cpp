@@ -21,6 +21,17 @@ std::string optionsFor(const FrameFormat& frame) {
     return options;
 }
 
+// What it is without such columns, if its rows are whole bytes.
+std::string paddedRows(const FrameGuess& guess) {
+    FrameFormat frame = guess.frames[0];
+    const std::uint64_t bytes = byteCount(frame);
+    if (guess.padding == 0 || bytes % frame.size.height != 0) return "";
+    const std::uint64_t stride = bytes / frame.size.height;
+    frame.size.width -= guess.padding;
+    return "    its last columns are all the same; if they are padding: -s " + text(frame.size) + " --stride " +
+           std::to_string(stride);
+}
+
 void print(const std::filesystem::path& path, const Bytes& dump, const std::vector<FrameGuess>& guesses) {
     std::printf("%s, %zu bytes, may be\n", inputName(path).c_str(), dump.size());
     int rank = 0;
@@ -29,6 +40,7 @@ void print(const std::filesystem::path& path, const Bytes& dump, const std::vect
         if (guess.frames.size() > 1)
             line += "   or " + std::string(guess.frames[1].pixels.name) + ", red and blue exchanged";
         std::printf("%2d  %.2f  %s\n", ++rank, guess.cost, line.c_str());
+        if (const std::string padded = paddedRows(guess); !padded.empty()) std::puts(padded.c_str());
     }
     std::puts("The number: bits that a byte of it would take if it were so; the fewer, the likelier.");
     if (path == "-") return;

@@ -133,6 +133,9 @@ TEST_F(Inputs, AreGuessed) {
         EXPECT_LT(list.find(first), list.find("\n 2 ")) << name << "\n" << list;
         EXPECT_GT(readPng(path("sheet.png")).height, 260u);
     }
+    std::string padded;
+    for (std::size_t y = 0; y < 234; ++y) padded += frames["BayerGR12"].substr(620 * y, 620) + std::string(12, '\0');
+    EXPECT_NE(succeed("guess -", padded).out.find("-s 310x234 --stride 632"), std::string::npos);
     EXPECT_EQ(run("guess -", std::string(1009, 'x')).code, 1);
 }
 
