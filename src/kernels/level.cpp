@@ -12,7 +12,23 @@ namespace {
 constexpr int undecided = -1;
 std::atomic<int> current{undecided};
 
+// Where an image does not fit the caches, Intel's own prefetching comes late: loops that write much gain up to a third by
+// asking early. AMD's is in time, and slowed down by a tenth to a third if one interferes.
+std::uintptr_t bestAhead() {
+#if defined(__x86_64__) && __has_builtin(__builtin_cpu_is)
+    if (__builtin_cpu_is("amd")) return 0;
+#endif
+    return 1024;
+}
+
+void use(Level level) {
+    __atomic_store_n(&prefetchAhead, bestAhead(), __ATOMIC_RELAXED);
+    current.store(static_cast<int>(level), std::memory_order_relaxed);
+}
+
 } // namespace
+
+std::uintptr_t prefetchAhead = 0;
 
 const char* nameOf(Level level) {
 #define KEL_NAME(level, condition) #level,
@@ -36,13 +52,11 @@ Level level() {
     int found = current.load(std::memory_order_relaxed);
     if (found == undecided) {
         found = static_cast<int>(highestLevel());
-        current.store(found, std::memory_order_relaxed);
+        use(static_cast<Level>(found));
     }
     return static_cast<Level>(found);
 }
 
-void limitLevel(Level limit) {
-    current.store(static_cast<int>(std::min(limit, highestLevel())), std::memory_order_relaxed);
-}
+void limitLevel(Level limit) { use(std::min(limit, highestLevel())); }
 
 } // namespace kel

@@ -1,5 +1,7 @@
 // Instruction-set levels: which one is in use, and the kernel tables of each.
 #pragma once
+#include <cstdint>
+
 #include "kernels/levels.h"
 
 namespace kel {
@@ -16,6 +18,8 @@ const char* nameOf(Level);
 Level highestLevel();   // that this machine can run
 Level level();          // in use: the highest, unless it was limited
 void limitLevel(Level); // for tests and benchmarks: use at most this level from now on, in every thread
+
+extern std::uintptr_t prefetchAhead; // by how many bytes this machine wants loops to prefetch; found with the level
 
 // Declares a family's kernel table, which is defined once per level, in namespace kel::<level>.
 #define KEL_DECLARE_TABLE(level, condition, Table, name)                                                               \

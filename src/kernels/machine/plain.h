@@ -1,6 +1,7 @@
 // The operations of kernels/machine/machine.h in plain C++ and the compilers' vector arithmetic: their definition, and
 // what machines run that have no file of their own.
 #pragma once
+#include "kernels/level.h"
 #include "kernels/machine/permutes.h"
 #include "kernels/vector.h"
 
@@ -40,10 +41,10 @@ INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
 
 constexpr bool separatesAsItLoads = true;
 
-// 1 KiB on. The hardware alone comes late where an image does not fit the caches: loops that write much gain up to a
-// third. It is no access to memory, so the address may lie behind the buffer.
+// It is no access to memory, so the address may lie behind the buffer.
 template <size_t bytes, bool forWriting> INLINE void prefetch(const u8* p) {
-    constexpr std::uintptr_t ahead = 1024, line = 64;
+    constexpr std::uintptr_t line = 64;
+    const std::uintptr_t ahead = __atomic_load_n(&prefetchAhead, __ATOMIC_RELAXED);
     const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(p) + ahead;
     for (size_t i = 0; i < bytes; i += line) __builtin_prefetch(reinterpret_cast<const void*>(address + i), forWriting);
 }
