@@ -18,7 +18,9 @@ template <Endian endian> constexpr ByOutput<ShiftedMosaic> shifted16() {
 struct GreyBgr24 {
     static constexpr int bytes = 3;
     static constexpr bool keeps = false;
-    static INLINE void put(u8* d, Rgb p) { WriterOf<OrvOutputBgr24>::put(d, Grey{highBytes(weigh<bt601>(p))}); }
+    template <class Colours> static INLINE void put(u8* d, const Colours& p) {
+        WriterOf<OrvOutputBgr24>::put(d, Grey{highBytes(weigh<bt601>(p))});
+    }
 };
 
 struct Raw16BigEndian : Raw16Samples<Endian::big> {

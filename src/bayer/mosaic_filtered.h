@@ -32,13 +32,13 @@ struct YuvLine {
 struct YuvLineSink {
     const YuvLine& line;
 
-    INLINE void put(size_t x, Rgb p) const {
+    template <class Colours> INLINE void put(size_t x, const Colours& p) const {
         constexpr int upAndOffset = 255 + 128 * 256;
         store(line.y + x, highBytes(weigh<bt601>(p)));
         store(line.u + x, Bytes{} - highBytes(weigh<Weights{43, 85, -128, upAndOffset}>(p)));
         store(line.v + x, Bytes{} - highBytes(weigh<Weights{-128, 107, 21, upAndOffset}>(p)));
     }
-    INLINE void putPart(size_t x, Rgb p, size_t) const { put(x, p); }
+    template <class Colours> INLINE void putPart(size_t x, const Colours& p, size_t) const { put(x, p); }
 };
 
 // ---- The stream

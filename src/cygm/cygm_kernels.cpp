@@ -116,6 +116,8 @@ INLINE Rgb block3x3(size_t y, const u8* const (&left)[3], const CygmFactors& fac
             clampPairs(factors.blue(even), factors.blue(odd))};
 }
 
+INLINE void copyPixel(Rgb& p, size_t to, size_t from) { p.r[to] = p.r[from], p.g[to] = p.g[from], p.b[to] = p.b[from]; }
+
 // The first or the last n <= N pixels of a row, from samples that are copied to where a block can read them all.
 INLINE Rgb endBlock3x3(const Fields& fields, size_t x, size_t n, size_t y, const CygmFactors& factors) {
     u8 window[3][N + 2] = {};
@@ -123,8 +125,8 @@ INLINE Rgb endBlock3x3(const Fields& fields, size_t x, size_t n, size_t y, const
     for (size_t k = 0; k < 3; ++k)
         std::memcpy(window[k] + (first + 1 - x), fields.line(y - 1 + k) + first, end - first);
     Rgb pixels = block3x3(y, {window[0], window[1], window[2]}, factors);
-    if (x + n == fields.width) repeat(pixels, n - 1);
-    if (x == 0) pixels.r[0] = pixels.r[1], pixels.g[0] = pixels.g[1], pixels.b[0] = pixels.b[1];
+    if (x + n == fields.width) copyPixel(pixels, n - 1, n - 2);
+    if (x == 0) copyPixel(pixels, 0, 1);
     return pixels;
 }
 

@@ -28,35 +28,19 @@ template <> INLINE Halves columns<Halves>(bool even) {
     return even ? Halves{mask, mask} : Halves{~mask, ~mask};
 }
 
-// The samples one column to the right; the last one, which has no neighbour here, stays.
+// The samples one column to the right. Right of the last one, where the row ends, stands its left neighbour once more:
+// then the last pixel comes out as the one before.
 INLINE Bytes next(Bytes v) {
-    return arrange(v, [](int i) { return i + 1 < N ? i + 1 : i; });
+    return arrange(v, [](int i) { return i + 1 < N ? i + 1 : i - 1; });
 }
 INLINE Halves next(Halves v) {
     const Bytes a = as<Bytes>(v.a), b = as<Bytes>(v.b);
     const Bytes laneAfter = arrange(a, [](int i) { return i + L < N ? i + L : i; });
-    return {as<Words>(shuffle(a, b, [](int i) { return i + 2; })),
-            as<Words>(shuffle(b, laneAfter, [](int i) { return i + 2; }))};
+    Halves samples{as<Words>(shuffle(a, b, [](int i) { return i + 2; })),
+                   as<Words>(shuffle(b, laneAfter, [](int i) { return i + 2; }))};
+    samples.b[N / 2 - 1] = v.b[N / 2 - 2];
+    return samples;
 }
-
-// Pixel i becomes a copy of the one before.
-INLINE void repeat(Bytes& v, size_t i) { v[i] = v[i - 1]; }
-INLINE void repeat(Halves& v, size_t i) {
-    constexpr size_t half = L / 2;
-    const auto at = [&v](size_t k) -> auto& { return k / half % 2 ? v.b : v.a; };
-    const auto index = [](size_t k) { return k / L * half + k % half; };
-    at(i)[index(i)] = at(i - 1)[index(i - 1)];
-}
-template <class Colours> INLINE void repeat(Colours& p, size_t i) { repeat(p.r, i), repeat(p.g, i), repeat(p.b, i); }
-
-// The same for the last of N pixels.
-INLINE void repeatLast(Bytes& v) {
-    v = arrange(v, [](int i) { return i < N - 1 ? i : i - 1; });
-}
-INLINE void repeatLast(Halves& v) {
-    v.b = as<Words>(arrange(as<Bytes>(v.b), [](int i) { return i < N - 2 ? i : i - 2; }));
-}
-template <class Colours> INLINE void repeatLast(Colours& p) { repeatLast(p.r), repeatLast(p.g), repeatLast(p.b); }
 
 // ---- Samples that lie in memory as they lie in vectors
 
@@ -87,21 +71,27 @@ struct RowPair {
     }
 };
 
-// N pixels that end with the row, the last one still without a block of its own.
-template <class S, class Rule> INLINE auto lastBlocks2x2(RowPair row, const S& read, const Rule& rule) {
-    const SamplesOf<S> a = read.template samples<0>(row.first), c = read.template samples<0>(row.second);
-    return rule(Blocks<SamplesOf<S>>{a, next(a), c, next(c)});
+template <class S> INLINE Blocks<SamplesOf<S>> blocksAt(RowPair row, const S& read) {
+    return {read.template samples<0>(row.first), read.template samples<1>(row.first),
+            read.template samples<0>(row.second), read.template samples<1>(row.second)};
 }
-// The last 2 to N pixels of a row, through buffers. (Arguments by value keep their originals in registers.)
+
+// The last block of a row steps back, to end with it, but begins in an even column: where the width is odd it has N - 1
+// pixels.
+constexpr size_t lastBlock(size_t width) { return width < N ? 0 : (width - N + 1) / 2 * 2; }
+
+// The last n < N pixels of a row, through buffers. (Arguments by value keep their originals in registers.)
 template <class S, class Sink, class Rule>
 __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S read, Sink sink, Rule rule) {
-    alignas(N) u8 first[bytesFor(N, S::bits)] = {}, second[bytesFor(N, S::bits)] = {};
+    constexpr size_t size = S::bits / 8;
+    alignas(N) u8 first[(N + 1) * size] = {}, second[(N + 1) * size] = {};
+    const auto copy = [n](u8* d, const u8* s) {
+        std::memcpy(d, s, n * size);
+        std::memcpy(d + n * size, s + (n - 2) * size, size); // as in next()
+    };
     const RowPair from = row.from<S>(x);
-    std::memcpy(first, from.first, bytesFor(n, S::bits));
-    std::memcpy(second, from.second, bytesFor(n, S::bits));
-    auto pixels = lastBlocks2x2({first, second}, read, rule);
-    repeat(pixels, n - 1);
-    sink.putPart(x, pixels, n);
+    copy(first, from.first), copy(second, from.second);
+    sink.putPart(x, rule(blocksAt({first, second}, read)), n);
 }
 
 // The first `count` blocks of N pixels, which are followed by another sample.
@@ -111,25 +101,18 @@ INLINE void startOfRow2x2(RowPair row, size_t count, const S& read, const Sink& 
         const RowPair from = row.from<S>(x);
         prefetch<N * S::bits / 8, false>(from.first);
         prefetch<N * S::bits / 8, false>(from.second);
-        sink.put(x, rule(Blocks<SamplesOf<S>>{
-                        read.template samples<0>(from.first), read.template samples<1>(from.first),
-                        read.template samples<0>(from.second), read.template samples<1>(from.second)}));
+        sink.put(x, rule(blocksAt(from, read)));
     }
 }
 
 template <class S, class Sink, class Rule>
 INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
-    const size_t blocks = (width - 1) / N;
-    startOfRow2x2(row, blocks, read, sink, rule);
-    size_t x = blocks * N;
-    if (width >= N && (width - N) % S::group == 0) { // step back, to end with the row
-        auto pixels = lastBlocks2x2(row.from<S>(width - N), read, rule);
-        repeatLast(pixels);
-        sink.put(width - N, pixels);
-    } else {
-        if (width - x == 1) x -= S::group; // the last pixel needs the one before
-        endOfRow2x2(row, x, width - x, read, sink, rule);
-    }
+    const size_t x = lastBlock(width);
+    startOfRow2x2(row, (width - 1) / N, read, sink, rule);
+    if (width - x < N) return endOfRow2x2(row, x, width - x, read, sink, rule);
+    const RowPair last = row.from<S>(x);
+    const SamplesOf<S> a = read.template samples<0>(last.first), c = read.template samples<0>(last.second);
+    sink.put(x, rule(Blocks<SamplesOf<S>>{a, next(a), c, next(c)}));
 }
 
 // The sink that packs a row of pixels into memory.

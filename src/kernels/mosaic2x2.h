@@ -9,22 +9,26 @@
 // made from "the red row" and "the blue row", whichever is on top, and one mask tells, for the whole image, in which
 // columns a block has red at its left (and blue, diagonally across, at its right).
 #pragma once
-#include "kernels/blocks2x2.h"
+#include "kernels/mosaic_pixels.h"
 
 namespace kel {
 namespace {
 
-INLINE Rgb colours(Bytes r, Bytes g, Bytes b) { return {r, g, b}; }
-INLINE Rgb16 colours(Halves r, Halves g, Halves b) { return {r, g, b}; }
-
 // Of blocks whose first row is the red one.
-template <class Samples> struct Demosaic2x2 {
-    Samples redLeft;
+template <class Samples> struct Demosaic2x2;
+template <> struct Demosaic2x2<Bytes> {
+    Phase2x2 phase;
 
-    INLINE explicit Demosaic2x2(unsigned phase) : redLeft(columns<Samples>(phase % 2 == 0)) {}
-    INLINE auto operator()(const Blocks<Samples>& s) const {
-        return colours(select(redLeft, s.a, s.b), mean(select(redLeft, s.b, s.a), select(redLeft, s.c, s.d)),
-                       select(redLeft, s.d, s.c));
+    INLINE explicit Demosaic2x2(unsigned p) : phase(p) {}
+    INLINE MosaicPixels operator()(const Blocks<Bytes>& s) const { return {s, phase}; }
+};
+template <> struct Demosaic2x2<Halves> {
+    Halves redLeft;
+
+    INLINE explicit Demosaic2x2(unsigned phase) : redLeft(columns<Halves>(phase % 2 == 0)) {}
+    INLINE Rgb16 operator()(const Blocks<Halves>& s) const {
+        return {select(redLeft, s.a, s.b), mean(select(redLeft, s.b, s.a), select(redLeft, s.c, s.d)),
+                select(redLeft, s.d, s.c)};
     }
 };
 
@@ -118,7 +122,7 @@ INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned 
 }
 
 template <class S, class W> void mosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase) {
-    mosaic2x2(d, s, width, height, phase, S(), W());
+    mosaic2x2(d, s, width, height, phase, S(), MosaicWriter<W>());
 }
 
 // A mosaic gives R G B where the one with red and blue exchanged gives B G R: the kernels of the outputs that begin with
@@ -147,7 +151,7 @@ constexpr ByOutput<Kernel> mosaicTable(Set outputs, KernelFor) {
 
 template <class S, class W>
 void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase, int shift) {
-    mosaic2x2(d, s, width, height, phase, S(shift), W());
+    mosaic2x2(d, s, width, height, phase, S(shift), MosaicWriter<W>());
 }
 
 // The kernels of one sample reader for a set of outputs.

@@ -12,6 +12,7 @@ INLINE void storeHalves(u8* d, Halves h) {
 }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Halves inOrder(Halves h) { return h; }
 INLINE Halves select(Halves mask, Halves x, Halves y) { return {select(mask.a, x.a, y.a), select(mask.b, x.b, y.b)}; }
 INLINE Halves mean(Halves x, Halves y) { return {mean(x.a, y.a), mean(x.b, y.b)}; }
 
@@ -46,15 +47,6 @@ template <Weights k> INLINE Split weigh(const Rgb& p) { return weigh<k>(p.r, p.g
 // The sums of 16-bit channels, >> 8.
 template <Weights k> INLINE Halves weigh(const Rgb16& p) {
     return {weigh<k>(p.r.a, p.g.a, p.b.a), weigh<k>(p.r.b, p.g.b, p.b.b)};
-}
-
-// ---- Means
-
-// (a + b + c + d) >> 2, without widening: the mean of two means, rounded up where both had dropped a half.
-INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
-    const Bytes halfAb = (a ^ b) & 1, halfCd = (c ^ d) & 1;
-    const Bytes ab = mean(a, b), cd = mean(c, d);
-    return meanUp(ab, cd) - ((ab ^ cd) & ~(halfAb & halfCd) & 1);
 }
 
 } // namespace

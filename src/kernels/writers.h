@@ -36,18 +36,16 @@ template <Order order> struct Rgb32Writer {
 template <Weights k> struct Mono8Writer {
     static constexpr int bytes = 1;
     static constexpr bool keeps = false;
-    static INLINE void put(u8* d, Rgb p) { store(d, highBytes(weigh<k>(p))); }
-    static INLINE void put(u8* d, Rgb16 p) { store(d, highBytes(weigh<k>(p))); }
     static INLINE void put(u8* d, Grey p) { store(d, p.v); }
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
+    template <class Colours> static INLINE void put(u8* d, const Colours& p) { store(d, highBytes(weigh<k>(p))); }
 };
 
 template <Weights k> struct Mono16Writer {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
-    static INLINE void put(u8* d, Rgb p) { storeHalves(d, inOrder(weigh<k>(p))); }
-    static INLINE void put(u8* d, Rgb16 p) { storeHalves(d, weigh<k>(p)); }
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
+    template <class Colours> static INLINE void put(u8* d, const Colours& p) { storeHalves(d, inOrder(weigh<k>(p))); }
 };
 
 // u | v << 8 of N / 2 pairs of pixels, and their luma.
@@ -71,7 +69,7 @@ struct PairsWriter {
 struct UyvyWriter {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
-    static INLINE void put(u8* d, Rgb p) {
+    template <class Colours> static INLINE void put(u8* d, const Colours& p) {
         const Words u = pairMeans(weigh<Weights{-38, -74, 112, 128 + 128 * 256}>(p));
         const Words v = pairMeans(weigh<Weights{112, -94, -18, 128 + 128 * 256}>(p));
         PairsWriter::put(d, {as<Bytes>(u | v << 8), highBytes(weigh<Weights{66, 129, 25, 128 + 16 * 256}>(p))});

@@ -94,6 +94,12 @@ const char* ofBytesAndWords(Random& random) {
     const Words v = random.vector<Words>(), w = random.vector<Words>();
     const Ints x = as<Ints>(v), y = as<Ints>(w);
     KEL_COMPARE(m::lookUp(a, b, as<Bytes>(w) % (2 * L)))
+    const auto exchanged = [&](auto exchange) {
+        Planes p{a, b, as<Bytes>(a > b)};
+        exchange(p.c, p.a, p.b);
+        return p;
+    };
+    KEL_COMPARE(exchanged([](Bytes mask, Bytes& p, Bytes& q) { m::exchange(mask, p, q); }))
     KEL_COMPARE(m::meanUp(a, b))
     KEL_COMPARE(m::meanUp(v, w))
     KEL_COMPARE(m::mean(a, b))
@@ -104,6 +110,8 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE((m::pairSums<1, 1>(a)))
     KEL_COMPARE((m::pairSums<-1, 1>(a)))
     KEL_COMPARE((m::pairSums<1, -1>(a)))
+    KEL_COMPARE(m::weighPairs(a, m::fillBytePairs(77, 29)))
+    KEL_COMPARE(m::weighPairs(a, m::fillBytePairs(-128, 112)))
     KEL_COMPARE(m::clampPairs(x >> 6, y >> 6))
     KEL_COMPARE(m::clampPairs(x, y))
     return nullptr;

@@ -22,12 +22,15 @@
 //
 // Bytes and words
 //     lookUp(a, b, at)     within each lane, from two vectors, at positions known at run time only; those from L on mean b
+//     exchange(mask, a, b) changes over the bytes of a and b where the mask has 255, not 0
 //     meanUp(a, b)         (a + b + 1) >> 1, of bytes or words
 //     mean(a, b)           (a + b) >> 1
 //     swapped(w)           words in the other byte order
 //     times(w, k)          words times a constant
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are 1 or -1
+//     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
+//                          signed bytes, the sum a signed word
 //     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b
 //
 // The words of N bytes: a Split is two vectors, in an order that is the machine's own

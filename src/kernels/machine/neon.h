@@ -48,6 +48,8 @@ using plain::prefetch;
 
 INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) { return as<Bytes>(vqtbl2q_u8({{u8x16(a), u8x16(b)}}, u8x16(at))); }
 
+using plain::exchange;
+
 INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(vrhaddq_u8(u8x16(a), u8x16(b))); }
 INLINE Words meanUp(Words a, Words b) { return as<Words>(vrhaddq_u16(u16x8(a), u16x8(b))); }
 INLINE Bytes mean(Bytes a, Bytes b) { return as<Bytes>(vhaddq_u8(u8x16(a), u8x16(b))); }
@@ -60,6 +62,8 @@ using plain::times;
 // Half of the doubled product.
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(vqdmulhq_s16(s16x8(a), s16x8(b))) >> 1; }
 
+using plain::fillBytePairs;
+using plain::weighPairs;
 template <int l, int r> INLINE Words pairSums(Bytes v) {
     if constexpr (l == 1 && r == 1) return as<Words>(vpaddlq_u8(u8x16(v)));
     return plain::pairSums<l, r>(v);

@@ -58,6 +58,11 @@ INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
     return load(positions);
 }
 
+INLINE void exchange(Bytes mask, Bytes& a, Bytes& b) {
+    const Bytes other = b;
+    b = select(mask, a, b), a = select(mask, other, a);
+}
+
 template <class V> INLINE V meanUp(V a, V b) { return (a | b) - ((a ^ b) >> 1); }
 template <class V> INLINE V mean(V a, V b) { return (a & b) + ((a ^ b) >> 1); }
 
@@ -72,6 +77,11 @@ INLINE Ints mulHigh(Ints a, Ints b) {
     return load<Ints>(x);
 }
 
+INLINE Words fillBytePairs(int j, int k) { return fill((j & 255) | (k & 255) << 8); }
+INLINE Words weighPairs(Bytes v, Words factors) {
+    const Ints j = as<Ints>(factors << 8) >> 8, k = as<Ints>(factors) >> 8;
+    return firstOfPairs(v) * as<Words>(j) + secondOfPairs(v) * as<Words>(k);
+}
 template <int l, int r> INLINE Words pairSums(Bytes v) {
     static_assert(l * l == 1 && r * r == 1);
     const Words first = firstOfPairs(v), second = secondOfPairs(v);

@@ -72,6 +72,16 @@ INLINE Bytes lookUp(Bytes v, Bytes at) { return as<Bytes>(KEL_X86(shuffle_epi8)(
 INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) { return lookUp(a, at + (128 - L)) | lookUp(b, at - L); }
 #endif
 
+#if defined(KEL_AVX2)
+// A blend takes two or three micro-operations in vectors of 32 bytes, and on Haswell all in the unit that permutes bytes.
+INLINE void exchange(Bytes mask, Bytes& a, Bytes& b) {
+    const Bytes difference = (a ^ b) & mask;
+    a ^= difference, b ^= difference;
+}
+#else
+using plain::exchange;
+#endif
+
 INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(KEL_X86(avg_epu8)(as<Register>(a), as<Register>(b))); }
 INLINE Words meanUp(Words a, Words b) { return as<Words>(KEL_X86(avg_epu16)(as<Register>(a), as<Register>(b))); }
 template <class V> INLINE V mean(V a, V b) { return meanUp(a, b) - ((a ^ b) & 1); }
@@ -91,13 +101,12 @@ INLINE Words times(Words v, int k) {
 
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(KEL_X86(mulhi_epi16)(as<Register>(a), as<Register>(b))); }
 
-// For each word, low byte of v * low byte of k + high byte of v * high byte of k; v unsigned, k signed.
-INLINE Words bytePairSums(Bytes v, Words k) {
-    return as<Words>(KEL_X86(maddubs_epi16)(as<Register>(v), as<Register>(k)));
+using plain::fillBytePairs;
+INLINE Words weighPairs(Bytes v, Words factors) {
+    return as<Words>(KEL_X86(maddubs_epi16)(as<Register>(v), as<Register>(factors)));
 }
-INLINE Words fillBytePairs(int low, int high) { return fill((low & 255) | (high & 255) << 8); }
 
-template <int l, int r> INLINE Words pairSums(Bytes v) { return bytePairSums(v, fillBytePairs(l, r)); }
+template <int l, int r> INLINE Words pairSums(Bytes v) { return weighPairs(v, fillBytePairs(l, r)); }
 
 INLINE Bytes clampPairs(Ints a, Ints b) {
     const Bytes packed = as<Bytes>(KEL_X86(packus_epi16)(as<Register>(a), as<Register>(b)));
@@ -116,7 +125,7 @@ using plain::splitPart;
 
 template <int shift = 0> INLINE Split widen(Bytes v) {
     if constexpr (shift == 0) return plain::widen(v);
-    return {bytePairSums(v, fillBytePairs(1 << shift, 0)), bytePairSums(v, fillBytePairs(0, 1 << shift))};
+    return {weighPairs(v, fillBytePairs(1 << shift, 0)), weighPairs(v, fillBytePairs(0, 1 << shift))};
 }
 INLINE Bytes clamp(Split s) { return clampPairs(as<Ints>(s.a), as<Ints>(s.b)); }
 
@@ -125,16 +134,16 @@ template <Weights k> INLINE Split weigh(Bytes red, Bytes green, Bytes blue) {
     const Words r = as<Words>(red), b = as<Words>(blue), factors = fillBytePairs(k.r, k.b);
     const Bytes even = as<Bytes>((r & 0xFF) | b << 8), odd = as<Bytes>(r >> 8 | (b & 0xFF00));
     const Split g = widen(green);
-    return {bytePairSums(even, factors) + times(g.a, k.g) + fill(k.add),
-            bytePairSums(odd, factors) + times(g.b, k.g) + fill(k.add)};
+    return {weighPairs(even, factors) + times(g.a, k.g) + fill(k.add),
+            weighPairs(odd, factors) + times(g.b, k.g) + fill(k.add)};
 }
 
 // With each channel = 256 h + l this is exactly H + (L >> 8), H and L being the sums over the high and the low bytes.
 template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
     const Words factors = fillBytePairs(k.r, k.b);
     const Bytes low = as<Bytes>((r & 0xFF) | b << 8), high = as<Bytes>(r >> 8 | (b & 0xFF00));
-    const Words sumLow = bytePairSums(low, factors) + times(g & 0xFF, k.g) + fill(k.add);
-    return bytePairSums(high, factors) + times(g >> 8, k.g) + (sumLow >> 8);
+    const Words sumLow = weighPairs(low, factors) + times(g & 0xFF, k.g) + fill(k.add);
+    return weighPairs(high, factors) + times(g >> 8, k.g) + (sumLow >> 8);
 }
 
 // ---- 32 bits: of the words at even and at odd positions
@@ -178,7 +187,7 @@ INLINE UnsignedWides quadSums(Bytes weights, Bytes samples, int add) {
     const Wides start = Wides{} + (add + (1 << 15));
     return as<UnsignedWides>(_mm512_dpbusd_epi32(as<Register>(start), as<Register>(weights), as<Register>(samples)));
 #else
-    const Words pairs = bytePairSums(weights, as<Words>(samples)) + fill(add / 2 + (1 << 14));
+    const Words pairs = weighPairs(weights, as<Words>(samples)) + fill(add / 2 + (1 << 14));
     return as<UnsignedWides>(pairs) + (as<UnsignedWides>(pairs) >> 16);
 #endif
 }
