@@ -57,6 +57,8 @@ step "Tests with it" run_tests tsan
 $all || exit 0
 
 # ---- What takes longer
+step "Build with clang's memory sanitizer, up to sse4" build msan
+step "The catalogue with it" run_tests msan
 step "clang-tidy and g++ -fanalyzer over the library" scripts/analyse.sh
 scripts/packages.sh cross
 step "aarch64: build" build aarch64

@@ -59,7 +59,7 @@ function(orvella_add_per_level name)
     endif()
     # No link-time optimisation: it could mix code of one level into another.
     set(optimisation -O3)
-    if(ORVELLA_SANITIZE)
+    if(ORVELLA_INSTRUMENTED)
       set(optimisation -O1) # takes a third less time to compile
     endif()
     target_compile_options(${objects} PRIVATE ${flags} ${optimisation} -Wno-psabi -fno-lto)

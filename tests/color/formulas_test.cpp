@@ -105,6 +105,22 @@ TEST(ColorFormulas, DoublePrecisionLuma) {
     });
 }
 
+// Where the exact luma is a whole number rounding decides, here in every pixel.
+TEST(ColorFormulas, DoublePrecisionLumaOfFlatPictures) {
+    constexpr std::size_t pixels = 1003;
+    constexpr std::uint8_t colours[][3] = {{0, 2, 209}, {65, 253, 211}, {205, 223, 86}, {10, 192, 38}, {250, 228, 62}};
+    for (const auto& [red, green, blue] : colours) {
+        Bytes source(3 * pixels), y8(pixels), r(pixels), g(pixels), b(pixels), plane(pixels);
+        for (std::size_t i = 0; i < source.size(); i += 3) source[i] = red, source[i + 1] = green, source[i + 2] = blue;
+        ASSERT_EQ(OrvRGB8ToY8(y8.data(), source.data(), pixels), 0);
+        ASSERT_EQ(OrvRGB8ToRGBYPlanes(r.data(), g.data(), b.data(), plane.data(), source.data(), pixels, 1), 0);
+        const volatile double x = red, y = green, z = blue;
+        EXPECT_EQ(y8, Bytes(pixels, byte(0.21 * x + 0.72 * y + 0.07 * z)));
+        EXPECT_EQ(plane, Bytes(pixels, byte(0.299 * x + 0.587 * y + 0.114 * z)));
+        EXPECT_TRUE(r == Bytes(pixels, red) && g == Bytes(pixels, green) && b == Bytes(pixels, blue));
+    }
+}
+
 // ---- Hue and saturation, which only the tables know so far
 
 TEST(HueSaturation, BeginsNeutral) {
@@ -128,6 +144,8 @@ TEST(HueSaturation, RotatesAndScales) {
     EXPECT_EQ(state.tables.uToR[178], 70);  // 50 * 1.4022
     EXPECT_EQ(state.tables.vToB[178], -88); // -50 * 1.771
     EXPECT_EQ(state.tables.uToB[178], 0);
+    EXPECT_EQ(state.tables.vToG[235], 36);  // 107 * 0.3457
+    EXPECT_EQ(state.tables.uToG[228], -71); // 100 * -0.7144
     state.use(0, 0.5F);
     EXPECT_EQ(state.tables.uToB[178], 44); // 50 * 1.771 / 2
     EXPECT_EQ(state.tables.uToG[28], 17);  // 100 * 0.3457 / 2
