@@ -10,8 +10,6 @@ INLINE void storeHalves(u8* d, Halves h) {
     storeLanes(d, 2 * L, as<Bytes>(h.a));
     storeLanes(d + L, 2 * L, as<Bytes>(h.b));
 }
-INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
-INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Halves inOrder(Halves h) { return h; }
 INLINE Halves select(Halves mask, Halves x, Halves y) { return {select(mask.a, x.a, y.a), select(mask.b, x.b, y.b)}; }
 INLINE Halves mean(Halves x, Halves y) { return {mean(x.a, y.a), mean(x.b, y.b)}; }
@@ -30,11 +28,16 @@ struct Grey16 {
 struct Rgb16 {
     Halves r, g, b;
 };
+// Grey of 16 bits as it lies in memory, whatever the lanes are: the first N / 2 pixels, then the others.
+struct GreyRow16 {
+    Words a, b;
+};
 
 // What an 8-bit colour output makes of a block.
 INLINE Grey to8(Grey p) { return p; }
 INLINE Rgb to8(Rgb p) { return p; }
 INLINE Grey to8(Grey16 p) { return {highBytes(p.v)}; }
+INLINE Grey to8(GreyRow16 p) { return {inRow(highBytes(Halves{p.a, p.b}))}; }
 INLINE Rgb to8(Rgb16 p) { return {highBytes(p.r), highBytes(p.g), highBytes(p.b)}; }
 
 // ---- Luma and chroma: weighted sums

@@ -79,6 +79,16 @@ INLINE Words select(Words mask, Words a, Words b) { return mask ? a : b; }
 // a where `is` says so, else b.
 template <class Is> INLINE Bytes blend(Is is, Bytes a, Bytes b) { return select(maskWhere(is), a, b); }
 
+// The first `count` quarters of each lane of a, the others of b.
+template <int count, int... i> INLINE Bytes firstQuarters(Bytes a, Bytes b, std::integer_sequence<int, i...>) {
+    constexpr int words = L / 4, total = N / 4; // of 32 bits, which machines blend faster than bytes
+    return as<Bytes>(__builtin_shufflevector(as<UnsignedWides>(a), as<UnsignedWides>(b),
+                                             (i % words < count * words / 4 ? i : i + total)...));
+}
+template <int count> INLINE Bytes firstQuarters(Bytes a, Bytes b) {
+    return firstQuarters<count>(a, b, Indices<N / 4>());
+}
+
 // a0 b0 a1 b1 ... in units of `unit` bytes, from the first or second half of each lane.
 template <int unit, int half> INLINE Bytes zip(Bytes a, Bytes b) {
     return shuffle(a, b, [](int i) { return half * L / 2 + i / (2 * unit) * unit + i % unit + i / unit % 2 * L; });

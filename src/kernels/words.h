@@ -9,13 +9,14 @@ enum class Endian { little, big };
 
 // The even (0) or odd (1) bytes of N words.
 template <int odd> INLINE Bytes bytesOfWords(const u8* s) {
-    return unzip<odd>(loadLanes(s, 2 * L), loadLanes(s + L, 2 * L));
+    const Halves words{load<Words>(s), load<Words>(s + N)};
+    return inRow(odd ? highBytes(words) : lowBytes(words));
 }
 
 // N words shifted left, which makes samples with fewer bits used MSB-aligned.
 template <Endian endian> INLINE Words shifted(Words w, int shift) {
     if constexpr (endian == Endian::big) w = swapped(w);
-    return w << static_cast<u16>(shift);
+    return shiftUp(w, shift);
 }
 template <Endian endian> INLINE Halves loadShifted(const u8* s, int shift) {
     const Halves words = loadHalves(s);

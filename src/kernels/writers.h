@@ -38,6 +38,8 @@ template <Weights k> struct Mono8Writer {
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Grey p) { store(d, p.v); }
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
+    static INLINE void put(u8* d, GreyRow16 p) { store(d, to8(p).v); }
+    static INLINE void put(u8* d, const Rgb& p) { store(d, luma<k>(p.r, p.g, p.b)); }
     template <class Colours> static INLINE void put(u8* d, const Colours& p) { store(d, highBytes(weigh<k>(p))); }
 };
 
@@ -45,6 +47,7 @@ template <Weights k> struct Mono16Writer {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
+    static INLINE void put(u8* d, GreyRow16 p) { store(d, p.a), store(d + N, p.b); }
     template <class Colours> static INLINE void put(u8* d, const Colours& p) { storeHalves(d, inOrder(weigh<k>(p))); }
 };
 

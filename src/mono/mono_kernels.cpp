@@ -10,6 +10,10 @@ template <Endian endian> constexpr ByOutput<Run> fullDepth() {
     return runs<Mono16MainByte<endian>>(mono8) | runs<Mono16Tinted<endian>>(colour8) | copies<2>(mono16);
 }
 
+template <Endian endian> constexpr ByOutput<ShiftedRun> fewerBits() {
+    return shiftedRuns<Mono16ShiftedRow<endian>>(mono8 + mono16) | shiftedRuns<Mono16Shifted<endian>>(colour8 + bgr48);
+}
+
 struct Mono16BigEndian {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
@@ -25,8 +29,7 @@ constexpr MonoKernels monoKernels{
     .y8 = copies<1>(mono8) | runs<Mono8Reader>(colour8 + uyvy),
     .y16BigEndian = fullDepth<Endian::big>(),
     .y16LittleEndian = fullDepth<Endian::little>(),
-    .y16Shifted = {shiftedRuns<Mono16Shifted<Endian::little>>(mono8 + colour8 + mono16 + bgr48),
-                   shiftedRuns<Mono16Shifted<Endian::big>>(mono8 + colour8 + mono16 + bgr48)},
+    .y16Shifted = {fewerBits<Endian::little>(), fewerBits<Endian::big>()},
     .y12 = runs<Top12Packed>(mono8 + colour8),
     .y10p = runs<Samples10p>(mono8 + colour8 + mono16),
     .y12p = runs<Samples12p>(mono8 + colour8 + mono16),

@@ -34,11 +34,17 @@ template <Endian endian> struct Mono16Tinted : Reader<16> {
     }
 };
 
-// Fewer bits used: shifted to the top.
+// Fewer bits used: shifted to the top. In the order of lanes, and in that of memory.
 template <Endian endian> struct Mono16Shifted : Reader<16> {
     int shift;
     INLINE explicit Mono16Shifted(int by) : shift(by) {}
     INLINE Grey16 get(const u8* s) const { return {loadShifted<endian>(s, shift)}; }
+};
+template <Endian endian> struct Mono16ShiftedRow : Mono16Shifted<endian> {
+    using Mono16Shifted<endian>::Mono16Shifted;
+    INLINE GreyRow16 get(const u8* s) const {
+        return {shifted<endian>(load<Words>(s), this->shift), shifted<endian>(load<Words>(s + N), this->shift)};
+    }
 };
 
 // The same, tinted by the sample's own fraction in either byte order, or rounded.
@@ -49,11 +55,11 @@ template <Endian endian> struct Mono16ShiftedTinted : Mono16Shifted<endian> {
         return tinted(highBytes(words), lowBytes(words));
     }
 };
-template <Endian endian> struct Mono16ShiftedRounded : Mono16Shifted<endian> {
-    using Mono16Shifted<endian>::Mono16Shifted;
-    INLINE Grey get(const u8* s) const {
-        const Halves words = Mono16Shifted<endian>::get(s).v;
-        return {highBytes(Halves{rounded(words.a), rounded(words.b)})};
+template <Endian endian> struct Mono16ShiftedRounded : Mono16ShiftedRow<endian> {
+    using Mono16ShiftedRow<endian>::Mono16ShiftedRow;
+    INLINE GreyRow16 get(const u8* s) const {
+        const GreyRow16 words = Mono16ShiftedRow<endian>::get(s);
+        return {rounded(words.a), rounded(words.b)};
     }
 
 private:

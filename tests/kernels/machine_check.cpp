@@ -61,7 +61,8 @@ template <class Store> Memory stored(Store store) {
 struct Planes {
     Bytes a, b, c;
 };
-constexpr Weights bt709{54, 184, 18, 128}, chroma{-38, -74, 112, 128 + 128 * 256}, negative{-128, 107, 21, 33023};
+constexpr Weights bt601{77, 150, 29, 0}, bt709{54, 184, 18, 128}, chroma{-38, -74, 112, 128 + 128 * 256},
+    negative{-128, 107, 21, 33023};
 
 const char* inMemory(Random& random) {
     const Bytes a = random.vector<Bytes>(), b = random.vector<Bytes>(), c = random.vector<Bytes>();
@@ -80,6 +81,11 @@ const char* inMemory(Random& random) {
     KEL_COMPARE(stored([&](u8* d) { m::store3<2>(d, 6 * L, a), m::store3<2>(d + 3 * L, 6 * L, b); }))
     KEL_COMPARE(stored([&](u8* d) { m::store3of4(d, a, b, c); }))
     KEL_COMPARE(stored([&](u8* d) { m::store3of4(d, a); }))
+    KEL_COMPARE(stored([&](u8* d) { m::storeQuads(d, as<Bytes>(as<UnsignedWides>(a) & 0xFFFFFF)); }))
+    KEL_COMPARE((m::luma<3, bt601>(s)))
+    KEL_COMPARE((m::luma<3, bt709>(s)))
+    KEL_COMPARE((m::luma<4, bt601>(s)))
+    KEL_COMPARE((m::luma<4, bt709>(s)))
     // These two have no definition that is simpler than what it defines.
     Planes p;
     machine::load4(s, p.a, p.b, p.c);
@@ -93,6 +99,11 @@ const char* ofBytesAndWords(Random& random) {
     const Bytes a = random.vector<Bytes>(), b = random.vector<Bytes>();
     const Words v = random.vector<Words>(), w = random.vector<Words>();
     const Ints x = as<Ints>(v), y = as<Ints>(w);
+    KEL_COMPARE(m::place(a, [](int i) { return i % 3 == 1 ? -1 : (5 * i + 2) % L; }))
+    KEL_COMPARE(m::lowBytes(Halves{v, w}))
+    KEL_COMPARE(m::highBytes(Halves{v, w}))
+    KEL_COMPARE(m::inRow(a))
+    KEL_COMPARE(m::shiftUp(w, a[0] % 16))
     KEL_COMPARE(m::lookUp(a, b, as<Bytes>(w) % (2 * L)))
     const auto exchanged = [&](auto exchange) {
         Planes p{a, b, as<Bytes>(a > b)};
@@ -130,6 +141,8 @@ const char* ofSplits(Random& random) {
     KEL_COMPARE(m::clamp(KEL_SPLIT(words)))
     KEL_COMPARE(m::inOrder(KEL_SPLIT(words)))
     KEL_COMPARE(m::pairMeans(KEL_SPLIT(words)))
+    KEL_COMPARE(m::luma<bt601>(r, g, b))
+    KEL_COMPARE(m::luma<bt709>(r, g, b))
     KEL_COMPARE(m::inOrder(m::weigh<bt709>(r, g, b)))
     KEL_COMPARE(m::inOrder(m::weigh<chroma>(r, g, b)))
     KEL_COMPARE(m::inOrder(m::weigh<negative>(r, g, b)))
@@ -143,7 +156,6 @@ const char* in32Bits(Random& random) {
     KEL_COMPARE(m::wordsOf<10>(m::weigh(m::pairUp(u, v), m::PairFactors{j, k})))
     KEL_COMPARE(m::wordsOf<8>(m::clampSums(m::weigh(m::pairUp(u, v), m::PairFactors{j, k}), -(1 << 22), 1 << 23)))
     KEL_COMPARE(m::wordsOf<16>(m::weigh(m::tripleUp(u, v, w), m::TripleFactors{j, k, -j})))
-    KEL_COMPARE(m::quadSums(as<Bytes>(UnsignedWides{} + (77 | 150 << 8 | 29 << 16)), as<Bytes>(u), 128) & 0xFFFF)
     return nullptr;
 }
 

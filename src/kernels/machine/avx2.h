@@ -7,11 +7,11 @@ namespace kel {
 namespace {
 namespace avx2 {
 
-template <class At, int... i> INLINE Bytes place(Bytes v, At at, std::integer_sequence<int, i...>) {
+template <class At, int... i> INLINE Bytes placeEach(Bytes v, At at, std::integer_sequence<int, i...>) {
     return as<Bytes>(_mm256_shuffle_epi8(as<__m256i>(v), as<__m256i>(Bytes{static_cast<u8>(at(i))...})));
 }
 // At each position of the vector a byte of the same lane; positions below 0 make 0.
-template <class At> INLINE Bytes place(Bytes v, At at) { return place(v, at, Indices<N>()); }
+template <class At> INLINE Bytes placeEach(Bytes v, At at) { return placeEach(v, at, Indices<N>()); }
 
 // Double words of two vectors, in both lanes alike: 0 to 3 mean a, 4 to 7 b.
 template <int i, int j, int k, int l> INLINE Bytes pick(Bytes a, Bytes b) {
@@ -25,7 +25,7 @@ template <int i, int j, int k, int l> INLINE Bytes pick(Bytes a, Bytes b) {
 // Quarter q of a lane's 3 L bytes, plane by plane: a double word of each, and an empty one (-1), as listed.
 template <int q, int... plane> INLINE Bytes quarter(const u8* s) {
     constexpr int before = q == 3 ? L / 4 : 0; // so that nothing behind is read
-    return place(loadLanes(s + q * (3 * L / 4) - before, 3 * L), [](int i) {
+    return placeEach(loadLanes(s + q * (3 * L / 4) - before, 3 * L), [](int i) {
         constexpr int planes[] = {plane...};
         const int wanted = planes[i % L / 4];
         return wanted < 0 ? -1 : before + i % 4 * 3 + wanted;
@@ -45,7 +45,7 @@ INLINE void load3(const u8* s, Bytes& x, Bytes& y, Bytes& z) {
 // One vector of triples. a: spread; bc: b and c by turns, from element `first` on.
 template <int unit, int vector, int first> INLINE Bytes weave3(Bytes a, Bytes bc) {
     const auto isA = [](int i) { return permutes::planeAt(vector, i % L, unit) == 0; };
-    const Bytes others = place(bc, [=](int i) {
+    const Bytes others = placeEach(bc, [=](int i) {
         const int p = i % L, element = (vector * L + p) / unit / 3, plane = permutes::planeAt(vector, p, unit);
         return isA(i) ? -1 : (2 * (element - first) + plane - 1) * unit + p % unit;
     });
@@ -62,7 +62,7 @@ template <int unit> INLINE void store3(u8* d, size_t step, Bytes a, Bytes b, Byt
 
 // The same for three equal planes. Bytes, whose lanes are stored side by side, take half the stores as whole vectors.
 template <int vector> INLINE Bytes tripled(Bytes v) {
-    return place(v, [](int i) { return (vector * N + i) / 3 % L; });
+    return placeEach(v, [](int i) { return (vector * N + i) / 3 % L; });
 }
 template <int lane> INLINE Bytes twice(Bytes v) {
     return as<Bytes>(_mm256_permute4x64_epi64(as<__m256i>(v), lane == 0 ? 0x44 : 0xEE));
@@ -92,7 +92,8 @@ INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) {
 INLINE void store3of4(u8* d, Bytes v) {
     const Bytes low = twice<0>(v), high = twice<1>(v);
     const auto put = [](u8* to, Bytes grey, auto half) {
-        const Bytes thrice = place(grey, [](int i) { return i % 4 == 3 ? -1 : decltype(half)::value * L / 2 + i / 4; });
+        const Bytes thrice =
+            placeEach(grey, [](int i) { return i % 4 == 3 ? -1 : decltype(half)::value * L / 2 + i / 4; });
         store(to, withFourths(thrice, load(to)));
     };
     put(d, low, std::integral_constant<int, 0>());

@@ -17,21 +17,29 @@
 //     load4(s, a, b, c)                three planes out of pixels of 4 bytes, without the fourth
 //     store3<unit>(d, step, a, b, c)   one vector of each plane as triples of elements of `unit` bytes
 //     store3of4(d, a, b, c)            as quadruples of bytes; the fourth byte in memory is kept
+//     storeQuads(d, v)                 v but for every fourth byte, which is 0 in v and kept in memory
+//     luma<bytes, k>(s)                luma<k>() of N pixels of 3 or 4 bytes; k.r weighs the first, k.b the third
 //     prefetch<bytes, forWriting>(p)   asks for what a loop at p reads or writes some blocks later
 //     separatesAsItLoads               whether load3 and load4 cost no more than loads
 //
 // Bytes and words
+//     place(v, at)         within each lane, at positions that the compiler knows; those below 0 make 0
 //     lookUp(a, b, at)     within each lane, from two vectors, at positions known at run time only; those from L on mean b
 //     exchange(mask, a, b) changes over the bytes of a and b where the mask has 255, not 0
 //     meanUp(a, b)         (a + b + 1) >> 1, of bytes or words
 //     mean(a, b)           (a + b) >> 1
 //     swapped(w)           words in the other byte order
 //     times(w, k)          words times a constant
+//     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are 1 or -1
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
 //                          signed bytes, the sum a signed word
 //     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b
+//     lowBytes(h), highBytes(h)   of the words of Halves
+//     inRow(v)             the first halves of all lanes, then the second ones
+//     luma<k>(r, g, b)     (k.r R + k.g G + k.b B + k.add) >> 8, of bytes, with positive weights that add up to 256, none
+//                          of R and B above 127
 //
 // The words of N bytes: a Split is two vectors, in an order that is the machine's own
 //     widen<shift>(v)      bytes as words, shifted left by 0 to 7
@@ -48,8 +56,6 @@
 //     weigh(tripleUp(a, b, c), TripleFactors(i, j, k))    i a + j b + k c
 //     clampSums(s, low, high)   each sum
 //     wordsOf<from>(s)     of each sum 16 bits from bit `from` on
-//     quadSums(weights, samples, add)   in the low word of each four bytes: unsigned times signed bytes, summed, plus
-//                                       2^15 + add; the weights of four add up to 256
 #pragma once
 
 #if defined(__SSSE3__) && !defined(KEL_PLAIN)

@@ -43,8 +43,14 @@ INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
 constexpr bool separatesAsItLoads = true;
 
 using plain::prefetch;
+using plain::storeQuads;
 
 // ---- Bytes and words
+
+template <class At, int... i> INLINE Bytes place(Bytes v, At at, std::integer_sequence<int, i...>) {
+    return as<Bytes>(vqtbl1q_u8(u8x16(v), u8x16(Bytes{static_cast<u8>(at(i))...})));
+}
+template <class At> INLINE Bytes place(Bytes v, At at) { return place(v, at, Indices<N>()); }
 
 INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) { return as<Bytes>(vqtbl2q_u8({{u8x16(a), u8x16(b)}}, u8x16(at))); }
 
@@ -57,6 +63,7 @@ INLINE Words mean(Words a, Words b) { return as<Words>(vhaddq_u16(u16x8(a), u16x
 
 INLINE Words swapped(Words w) { return as<Words>(vrev16q_u8(as<uint8x16_t>(w))); }
 
+using plain::shiftUp;
 using plain::times;
 
 // Half of the doubled product.
@@ -72,6 +79,10 @@ INLINE Bytes clampPairs(Ints a, Ints b) {
     const Bytes clamped = as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(a)), s16x8(b)));
     return arrange(clamped, [](int i) { return i / 2 + i % 2 * (N / 2); });
 }
+
+INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes inRow(Bytes v) { return v; }
 
 // ---- The words of N bytes: those of the first half and of the second
 
@@ -104,6 +115,16 @@ template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
     const uint16x8_t add = vdupq_n_u16(static_cast<u16>(k.add));
     return {as<Words>(addLow<k.b>(addLow<k.g>(addLow<k.r>(add, r), g), b)),
             as<Words>(addHigh<k.b>(addHigh<k.g>(addHigh<k.r>(add, r), g), b))};
+}
+
+template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) {
+    const Split sums = weigh<k>(r, g, b);
+    return as<Bytes>(vshrn_high_n_u16(vshrn_n_u16(u16x8(sums.a), 8), u16x8(sums.b), 8));
+}
+template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
+    Bytes r, g, b;
+    bytes == 3 ? load3(s, r, g, b) : load4(s, r, g, b);
+    return luma<k>(r, g, b);
 }
 
 // ---- 32 bits: of the words of the first half and of the second
@@ -160,8 +181,6 @@ INLINE Sums weigh(WordPairs w, PairFactors f) { return addProducts<1>(multiply(w
 INLINE Sums weigh(const WordTriples& w, const TripleFactors& f) {
     return addProducts<2>(addProducts<1>(multiply(w.a, f.factors), w.b, f.factors), w.c, f.factors);
 }
-
-using plain::quadSums;
 
 } // namespace machine
 } // namespace

@@ -39,6 +39,10 @@ template <int unit> INLINE void store3(u8* d, size_t step, Bytes v) { store3<uni
 INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) { permutes::store3of4(d, a, b, c, permutes::blendQuarter); }
 INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
 
+INLINE void storeQuads(u8* d, Bytes v) {
+    store(d, blend([](int i) { return i % 4 == 3; }, load(d), v));
+}
+
 constexpr bool separatesAsItLoads = true;
 
 // It is no access to memory, so the address may lie behind the buffer.
@@ -50,6 +54,10 @@ template <size_t bytes, bool forWriting> INLINE void prefetch(const u8* p) {
 }
 
 // ---- Bytes and words
+
+template <class At> INLINE Bytes place(Bytes v, At at) {
+    return permute(v, [=](int i) { return at(i) < 0 ? 0 : at(i); }) & maskWhere([=](int i) { return at(i) >= 0; });
+}
 
 INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
     u8 bytes[2 * N], positions[N];
@@ -69,6 +77,8 @@ template <class V> INLINE V mean(V a, V b) { return (a & b) + ((a ^ b) >> 1); }
 INLINE Words swapped(Words w) { return w << 8 | w >> 8; }
 
 INLINE Words times(Words w, int k) { return w * fill(k); }
+
+INLINE Words shiftUp(Words w, int by) { return w << static_cast<u16>(by); }
 
 INLINE Ints mulHigh(Ints a, Ints b) {
     i16 x[N / 2], y[N / 2];
@@ -95,6 +105,15 @@ INLINE Words clamped(Ints v) {
 }
 INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(b) << 8); }
 
+INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes inRow(Bytes v) {
+    u8 bytes[N], row[N];
+    store(bytes, v);
+    for (int i = 0; i < N; ++i) row[i] = bytes[i % (N / 2) / (L / 2) * L + i / (N / 2) * (L / 2) + i % (L / 2)];
+    return load(row);
+}
+
 // ---- The words of N bytes: those at even and those at odd positions, which takes masks and shifts, no shuffles
 
 constexpr int splitPart(int i) { return i % 2; }
@@ -115,6 +134,16 @@ template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
     const Split x = widen(r), y = widen(g), z = widen(b);
     return {x.a * fill(k.r) + y.a * fill(k.g) + z.a * fill(k.b) + fill(k.add),
             x.b * fill(k.r) + y.b * fill(k.g) + z.b * fill(k.b) + fill(k.add)};
+}
+
+template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) {
+    static_assert(k.r + k.g + k.b == 256 && k.r > 0 && k.g > 0 && k.b > 0);
+    return highBytes(weigh<k>(r, g, b));
+}
+template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
+    Bytes r, g, b;
+    bytes == 3 ? load3(s, r, g, b) : load4(s, r, g, b);
+    return luma<k>(r, g, b);
 }
 
 // ---- 32 bits: of the words at even and at odd positions
@@ -161,19 +190,6 @@ struct TripleFactors {
 INLINE WordTriples tripleUp(Words a, Words b, Words c) { return {a, b, c}; }
 INLINE Sums weigh(const WordTriples& w, const TripleFactors& f) {
     return multiply(w.a, f.i) + multiply(w.b, f.j) + multiply(w.c, f.k);
-}
-
-INLINE UnsignedWides quadSums(Bytes weights, Bytes samples, int add) {
-    u8 w[N];
-    std::int8_t v[N];
-    u32 sums[N / 4];
-    store(w, weights), store(v, samples);
-    for (int i = 0; i < N / 4; ++i) {
-        int sum = add + (1 << 15);
-        for (int k = 4 * i; k < 4 * i + 4; ++k) sum += w[k] * v[k];
-        sums[i] = static_cast<u32>(sum);
-    }
-    return load<UnsignedWides>(sums);
 }
 
 } // namespace plain

@@ -58,19 +58,37 @@ INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) { permutes::store3of4(d,
 INLINE void store3of4(u8* d, Bytes v) { permutes::store3of4(d, v, putQuarter); }
 #endif
 
+#if defined(__AVX512VBMI__)
+INLINE void storeQuads(u8* d, Bytes v) { putQuarter(d, v); }
+#else
+INLINE void storeQuads(u8* d, Bytes v) {
+    store(d, (load(d) & maskWhere([](int i) { return i % 4 == 3; })) | v);
+}
+#endif
+
 using plain::prefetch;
 
 // ---- Bytes and words
 
 #if defined(__AVX512VBMI__)
+template <class At, int... i> INLINE Bytes place(Bytes v, At, std::integer_sequence<int, i...>) {
+    constexpr u64 wanted = ((u64{At()(i) >= 0} << i) | ...);
+    const Bytes from{static_cast<u8>(At()(i) & (N - 1))...};
+    return as<Bytes>(_mm512_maskz_permutexvar_epi8(wanted, as<Register>(from), as<Register>(v)));
+}
 INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
     return as<Bytes>(_mm512_permutex2var_epi8(as<Register>(a), as<Register>(at), as<Register>(b)));
 }
 #else
+template <class At, int... i> INLINE Bytes place(Bytes v, At at, std::integer_sequence<int, i...>) {
+    return as<Bytes>(KEL_X86(shuffle_epi8)(as<Register>(v), as<Register>(Bytes{static_cast<u8>(at(i % L))...})));
+}
 INLINE Bytes lookUp(Bytes v, Bytes at) { return as<Bytes>(KEL_X86(shuffle_epi8)(as<Register>(v), as<Register>(at))); }
 // Positions from 128 on give 0: those in b do for a, those in a (less 16) for b.
 INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) { return lookUp(a, at + (128 - L)) | lookUp(b, at - L); }
 #endif
+
+template <class At> INLINE Bytes place(Bytes v, At at) { return place(v, at, Indices<N>()); }
 
 #if defined(KEL_AVX2)
 // A blend takes two or three micro-operations in vectors of 32 bytes, and on Haswell all in the unit that permutes bytes.
@@ -99,6 +117,9 @@ INLINE Words times(Words v, int k) {
     return v * factor;
 }
 
+// A shift by a variable count is two micro-operations.
+INLINE Words shiftUp(Words w, int by) { return w * fill(1 << by); }
+
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(KEL_X86(mulhi_epi16)(as<Register>(a), as<Register>(b))); }
 
 using plain::fillBytePairs;
@@ -113,16 +134,31 @@ INLINE Bytes clampPairs(Ints a, Ints b) {
     return arrange(packed, [](int i) { return i / 16 * 16 + i % 16 / 2 + i % 2 * 8; });
 }
 
+#if defined(__AVX512VBMI__)
+INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+#else
+// Words below 256 as bytes.
+INLINE Bytes packed(Words a, Words b) { return as<Bytes>(KEL_X86(packus_epi16)(as<Register>(a), as<Register>(b))); }
+INLINE Bytes lowBytes(Halves h) { return packed(h.a & 0xFF, h.b & 0xFF); }
+INLINE Bytes highBytes(Halves h) { return packed(h.a >> 8, h.b >> 8); }
+#endif
+#if defined(KEL_AVX2)
+INLINE Bytes inRow(Bytes v) { return as<Bytes>(_mm256_permute4x64_epi64(as<Register>(v), 0xD8)); }
+#else
+INLINE Bytes inRow(Bytes v) { return v; }
+#endif
+
 // ---- The words of N bytes: those at even and at odd positions
 
 using plain::forPairs;
-using plain::highBytes;
 using plain::inOrder;
-using plain::lowBytes;
 using plain::pairMeans;
 using plain::splitIndex;
 using plain::splitPart;
 
+INLINE Bytes lowBytes(Split s) { return plain::lowBytes(s); }
+INLINE Bytes highBytes(Split s) { return plain::highBytes(s); }
 template <int shift = 0> INLINE Split widen(Bytes v) {
     if constexpr (shift == 0) return plain::widen(v);
     return {weighPairs(v, fillBytePairs(1 << shift, 0)), weighPairs(v, fillBytePairs(0, 1 << shift))};
@@ -145,6 +181,17 @@ template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
     const Words sumLow = weighPairs(low, factors) + times(g & 0xFF, k.g) + fill(k.add);
     return weighPairs(high, factors) + times(g >> 8, k.g) + (sumLow >> 8);
 }
+
+#if defined(__AVX512VBMI__)
+template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) { return highBytes(weigh<k>(r, g, b)); }
+#else
+// Green is shared out between red and blue: the weights are signed bytes, and the products of two bytes signed words.
+template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) {
+    const Words red = fillBytePairs(k.r, 128 - k.r), blue = fillBytePairs(k.b, 128 - k.b);
+    const auto half = [=](Bytes rg, Bytes bg) { return weighPairs(rg, red) + weighPairs(bg, blue) + fill(k.add); };
+    return highBytes(Halves{half(zip<1, 0>(r, g), zip<1, 0>(b, g)), half(zip<1, 1>(r, g), zip<1, 1>(b, g))});
+}
+#endif
 
 // ---- 32 bits: of the words at even and at odd positions
 
@@ -182,13 +229,36 @@ INLINE Sums weigh(const WordTriples& w, const TripleFactors& f) {
     return weigh(w.ab, f.ab) + Sums{wordPairSums(w.c, f.evenC), wordPairSums(w.c, f.oddC)};
 }
 
-INLINE UnsignedWides quadSums(Bytes weights, Bytes samples, int add) {
-#if defined(__AVX512VNNI__)
-    const Wides start = Wides{} + (add + (1 << 15));
-    return as<UnsignedWides>(_mm512_dpbusd_epi32(as<Register>(start), as<Register>(weights), as<Register>(samples)));
+// ---- Luma of pixels that stay interleaved
+
+// L / 4 pixels a lane as quads: quarter q of the lane's pixels. The last bytes become green again.
+template <int bytes, int q> INLINE Bytes quads(const u8* s) {
+    if constexpr (bytes == 4 && N == 64) return load(s + q * N); // whose last bytes do not count there
+    constexpr int before = bytes == 3 && q == 3 ? L / 4 : 0;     // so that nothing behind is read
+    return permute(loadLanes(s + q * (bytes * L / 4) - before, bytes * L),
+                   [](int i) { return before + i / 4 * bytes + (i % 4 == 3 ? 1 : i % 4); });
+}
+template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
+    const Bytes q0 = quads<bytes, 0>(s), q1 = quads<bytes, 1>(s), q2 = quads<bytes, 2>(s), q3 = quads<bytes, 3>(s);
+#if defined(__AVX512VBMI__)
+    const auto sums = [](Bytes quad) {
+        const Bytes weights = as<Bytes>(UnsignedWides{} + static_cast<u32>(k.r | k.g << 8 | k.b << 16));
+        const Wides start = Wides{} + (k.add + (1 << 15)); // what the samples less 128 lack
+        return as<UnsignedWides>(
+            _mm512_dpbusd_epi32(as<Register>(start), as<Register>(weights), as<Register>(quad ^ 0x80)));
+    };
+    const UnsignedWides mixed =
+        (sums(q0) >> 8 & 0xFF) | (sums(q1) & 0xFF00) | (sums(q2) << 8 & 0xFF0000) | (sums(q3) << 16 & 0xFF000000);
+    return arrange(as<Bytes>(mixed), [](int i) { return i % (N / 4) * 4 + i / (N / 4); });
 #else
-    const Words pairs = weighPairs(weights, as<Words>(samples)) + fill(add / 2 + (1 << 14));
-    return as<UnsignedWides>(pairs) + (as<UnsignedWides>(pairs) >> 16);
+    const auto sums = [](Bytes a, Bytes b) {
+        const Words weights =
+            as<Words>(UnsignedWides{} + static_cast<u32>(k.r | (128 - k.r) << 8 | k.b << 16 | (128 - k.b) << 24));
+        const auto low = as<Register>(wordPairSums(weighPairs(a, weights), fill(1)));
+        const auto high = as<Register>(wordPairSums(weighPairs(b, weights), fill(1)));
+        return as<Words>(KEL_X86(packus_epi32)(low, high)) + fill(k.add);
+    };
+    return highBytes(Halves{sums(q0, q1), sums(q2, q3)});
 #endif
 }
 

@@ -1,0 +1,135 @@
+// RGB formats among themselves: pixels stay interleaved, and their bytes change places.
+#pragma once
+#include "color/rgb_readers.h"
+
+namespace kel {
+namespace {
+
+// Whether the first and the third byte of each pixel change places.
+enum class Swap { no, yes };
+constexpr int channel(Swap swap, int i) { return swap == Swap::yes && i < 3 ? 2 - i : i; }
+
+// L / 4 pixels a lane: quarter q of a lane's pixels.
+struct Quads {
+    Bytes quarters[4];
+};
+
+// ---- 32 bits to 32 bits; alpha goes along
+
+struct Quads32Reader : Reader<32> {
+    static INLINE Quads get(const u8* s) { return {{load(s), load(s + N), load(s + 2 * N), load(s + 3 * N)}}; }
+};
+struct Swapped32Writer {
+    static constexpr int bytes = 4;
+    static constexpr bool keeps = false;
+    static INLINE void put(u8* d, const Quads& p) {
+        for (int q = 0; q < 4; ++q)
+            store(d + q * N, permute(p.quarters[q], [](int i) { return i / 4 * 4 + channel(Swap::yes, i % 4); }));
+    }
+};
+
+// ---- 24 bits to 32 bits, whose fourth bytes stay as they were
+
+template <Swap swap> struct Quads24Reader : Reader<24> {
+    static INLINE Quads get(const u8* s) { return {{quarter<0>(s), quarter<1>(s), quarter<2>(s), quarter<3>(s)}}; }
+
+private:
+    template <int q> static INLINE Bytes quarter(const u8* s) {
+        constexpr int before = q == 3 ? L / 4 : 0; // so that nothing behind is read
+        return place(loadLanes(s + q * (3 * N / 4) - before, 3 * L / 4),
+                     [](int i) { return i % 4 == 3 ? -1 : before + i % L / 4 * 3 + channel(swap, i % 4); });
+    }
+};
+struct QuadsWriter {
+    static constexpr int bytes = 4;
+    static constexpr bool keeps = true;
+    static INLINE void put(u8* d, const Quads& p) {
+        for (int q = 0; q < 4; ++q) storeQuads(d + q * N, p.quarters[q]);
+    }
+};
+
+// ---- 32 bits to 24 bits
+
+struct Quads32LanesReader : Reader<32> {
+    static INLINE Quads get(const u8* s) {
+        return {
+            {loadLanes(s, 4 * L), loadLanes(s + L, 4 * L), loadLanes(s + 2 * L, 4 * L), loadLanes(s + 3 * L, 4 * L)}};
+    }
+};
+template <Swap swap> struct ColoursWriter {
+    static constexpr int bytes = 3;
+    static constexpr bool keeps = false;
+    // 3 L / 4 bytes of each quarter, turned to where the three vectors of the result have them.
+    static INLINE void put(u8* d, const Quads& p) {
+        const Bytes q0 = colours<0>(p), q1 = colours<1>(p), q2 = colours<2>(p), q3 = colours<3>(p);
+        storeLanes(d, 3 * L, firstQuarters<3>(q0, q1));
+        storeLanes(d + L, 3 * L, firstQuarters<2>(q1, q2));
+        storeLanes(d + 2 * L, 3 * L, firstQuarters<1>(q2, q3));
+    }
+
+private:
+    template <int q> static INLINE Bytes colours(const Quads& p) {
+        return permute(p.quarters[q], [](int i) {
+            const int byte = (i + q * (L / 4)) % L;
+            return byte < 3 * L / 4 ? byte / 3 * 4 + channel(swap, byte % 3) : 3;
+        });
+    }
+};
+
+// ---- 24 bits to 24 bits. A vector has a byte more than whole pixels: it keeps its value where the
+// conversion is in place, and is written again otherwise.
+
+constexpr auto swappedTriples = [](int i) { return i < L - 1 ? i / 3 * 3 + 2 - i % 3 : i; };
+
+template <int vectors> INLINE void swapTriples(u8* d, const u8* s) {
+    for (int v = 0; v < vectors; ++v, s += N / L * (L - 1), d += N / L * (L - 1))
+        storeLanes(d, L - 1, permute(loadLanes(s, L - 1), swappedTriples));
+}
+inline void swap24Kernel(u8* d, const u8* s, size_t n) {
+    constexpr size_t step = N / L * (L - 1), steps = 4;
+    size_t left = 3 * n;
+    for (; left > steps * step; left -= steps * step, s += steps * step, d += steps * step) {
+        prefetch<steps * step, false>(s);
+        prefetch<steps * step, true>(d);
+        swapTriples<steps>(d, s);
+    }
+    for (; left > step; left -= step, s += step, d += step) swapTriples<1>(d, s);
+    for (; left > 0; left -= 3, s += 3, d += 3) {
+        const u8 first = s[0], second = s[1];
+        d[0] = s[2], d[1] = second, d[2] = first;
+    }
+}
+
+// ---- By output
+
+template <class Set> constexpr ByOutput<Run> swaps24(Set outputs) {
+    return tableOf<Run>(outputs, []<u32>() { return swap24Kernel; });
+}
+template <Swap swap, class Set> constexpr ByOutput<Run> from24To32(Set outputs) {
+    return tableOf<Run>(outputs, []<u32>() { return runKernel<Quads24Reader<swap>, QuadsWriter>; });
+}
+template <Swap swap, class Set> constexpr ByOutput<Run> from32To24(Set outputs) {
+    return tableOf<Run>(outputs, []<u32>() { return runKernel<Quads32LanesReader, ColoursWriter<swap>>; });
+}
+template <class Set> constexpr ByOutput<Run> swaps32(Set outputs) {
+    return tableOf<Run>(outputs, []<u32>() { return runKernel<Quads32Reader, Swapped32Writer>; });
+}
+
+// The colour outputs of a format whose own are same24 and same32, and the other order's swapped24 and swapped32.
+template <Order order, class Same24, class Same32, class Swapped24, class Swapped32>
+constexpr ByOutput<Run> reordered24(Same24 same24, Same32 same32, Swapped24 swapped24, Swapped32 swapped32) {
+    if constexpr (separatesAsItLoads)
+        return copies<3>(same24) | runs<Rgb24Reader<order>>(swapped24 + same32 + swapped32);
+    else
+        return copies<3>(same24) | swaps24(swapped24) | from24To32<Swap::no>(same32) | from24To32<Swap::yes>(swapped32);
+}
+template <Order order, class Same24, class Same32, class Swapped24, class Swapped32>
+constexpr ByOutput<Run> reordered32(Same24 same24, Same32 same32, Swapped24 swapped24, Swapped32 swapped32) {
+    if constexpr (separatesAsItLoads)
+        return copies<4>(same32) | runs<Rgb32Reader<order>>(same24 + swapped24) | swaps32(swapped32);
+    else
+        return copies<4>(same32) | from32To24<Swap::no>(same24) | from32To24<Swap::yes>(swapped24) | swaps32(swapped32);
+}
+
+} // namespace
+} // namespace kel
