@@ -11,7 +11,7 @@ using Raw8Samples = PlainSamples<Bytes>;
 // The first byte of each word: the top eight bits of a big-endian sample.
 struct Raw16FirstByte : Reader<16> {
     static constexpr int group = 2;
-    static constexpr bool unpackOnce = false;
+    static constexpr bool unpackOnce = true;
     template <int from> static INLINE Bytes samples(const u8* s) { return bytesOfWords<0>(s + 2 * from); }
 };
 

@@ -94,21 +94,15 @@ __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S re
     sink.putPart(x, rule(blocksAt({first, second}, read)), n);
 }
 
-// The first `count` blocks of N pixels, which are followed by another sample.
 template <class S, class Sink, class Rule>
-INLINE void startOfRow2x2(RowPair row, size_t count, const S& read, const Sink& sink, const Rule& rule) {
-    for (size_t x = 0; x < count * N; x += N) {
+INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
+    for (size_t x = 0; x + N < width; x += N) {
         const RowPair from = row.from<S>(x);
         prefetch<N * S::bits / 8, false>(from.first);
         prefetch<N * S::bits / 8, false>(from.second);
         sink.put(x, rule(blocksAt(from, read)));
     }
-}
-
-template <class S, class Sink, class Rule>
-INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
     const size_t x = lastBlock(width);
-    startOfRow2x2(row, (width - 1) / N, read, sink, rule);
     if (width - x < N) return endOfRow2x2(row, x, width - x, read, sink, rule);
     const RowPair last = row.from<S>(x);
     const SamplesOf<S> a = read.template samples<0>(last.first), c = read.template samples<0>(last.second);

@@ -22,6 +22,14 @@ template <> struct Demosaic2x2<Bytes> {
     INLINE explicit Demosaic2x2(unsigned p) : phase(p) {}
     INLINE MosaicPixels operator()(const Blocks<Bytes>& s) const { return {s, phase}; }
 };
+template <> struct Demosaic2x2<DeepBytes> {
+    Phase2x2 phase;
+
+    INLINE explicit Demosaic2x2(unsigned p) : phase(p) {}
+    INLINE DeepMosaicPixels operator()(const Blocks<DeepBytes>& s) const {
+        return {{s.a.high, s.b.high, s.c.high, s.d.high}, {s.a.low, s.b.low, s.c.low, s.d.low}, phase};
+    }
+};
 template <> struct Demosaic2x2<Halves> {
     Halves redLeft;
 
@@ -41,80 +49,108 @@ INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
     return redFirst(s + y * pitch, s + (y + 1) * pitch, y, phase);
 }
 
-// Every sample is wanted four times: by two rows, at x and at x + 1. Where it costs more than a load to get it, the rows
-// of a strip of the image are unpacked once, to two lines on the stack.
-template <class S> struct Unpacker : Reader<S::bits> {
-    S read;
-    INLINE explicit Unpacker(const S& r) : read(r) {}
-    INLINE SamplesOf<S> get(const u8* s) const { return read.template samples<0>(s); }
-};
-struct LineWriter {
-    static constexpr bool keeps = false;
-};
-struct ByteLine : LineWriter {
-    static constexpr int bytes = 1;
-    static INLINE void put(u8* d, Bytes v) { store(d, v); }
-};
-struct WordLine : LineWriter {
-    static constexpr int bytes = 2;
-    static INLINE void put(u8* d, Halves v) { storeHalves(d, v); }
-};
-INLINE ByteLine lineWriter(PlainSamples<Bytes>) { return {}; }
-INLINE WordLine lineWriter(PlainSamples<Halves>) { return {}; }
+// ---- Lines. Every sample is wanted four times: by two rows, at x and at x + 1. Where it costs more than a load to get it,
+// the rows of a strip of the image are unpacked once, to two lines on the stack.
 
-template <class S> INLINE void unpackRow(u8* line, const u8* s, size_t n, const S& read) {
-    using Line = PlainSamples<SamplesOf<S>>;
-    const auto write = lineWriter(Line());
-    const Unpacker<S> unpacker(read);
-    if (n > N && n % N > 0 && n % S::group == 0) { // step back, to end with the row
-        write.put(line + (n - N) * Line::bits / 8, unpacker.get(s + (n - N) * S::bits / 8));
-        n -= n % N;
+constexpr size_t lineColumns = 4096, lineColumnsAndMore = lineColumns + N;
+
+template <class Samples> struct Line : PlainSamples<Samples> {
+    static constexpr size_t bytes = lineColumnsAndMore * sizeof(Samples) / N;
+    static INLINE void put(u8* line, size_t x, Bytes v) { store(line + x, v); }
+    static INLINE void put(u8* line, size_t x, Halves v) { storeHalves(line + 2 * x, v); }
+    // Sample n as the one left of the last: then the last pixel comes out as the one before.
+    static INLINE void endAt(u8* line, size_t n) {
+        constexpr size_t size = sizeof(Samples) / N;
+        std::memcpy(line + n * size, line + (n - 2) * size, size);
     }
-    run(line, s, n, unpacker, write);
+};
+template <> struct Line<DeepBytes> : Reader<8> {
+    static constexpr size_t bytes = 2 * lineColumnsAndMore;
+    template <int from> static INLINE DeepBytes samples(const u8* s) {
+        return {load(s + from), load(s + lineColumnsAndMore + from)};
+    }
+    static INLINE void put(u8* line, size_t x, DeepBytes v) {
+        store(line + x, v.high), store(line + lineColumnsAndMore + x, v.low);
+    }
+    static INLINE void endAt(u8* line, size_t n) {
+        Line<Bytes>::endAt(line, n), Line<Bytes>::endAt(line + lineColumnsAndMore, n);
+    }
+};
+
+// How the rows of a source become lines; `reader` is its sample reader.
+struct RowUnpacker {
+    size_t bits;
+    const void* reader;
+    void (*unpack)(u8* line, const u8* s, size_t n, const void* reader);
+};
+template <class S> void unpackRow(u8* line, const u8* s, size_t n, const void* reader) {
+    const S read = *static_cast<const S*>(reader);
+    const auto unpack = [&](size_t x, const u8* from) {
+        Line<SamplesOf<S>>::put(line, x, read.template samples<0>(from));
+    };
+    size_t x = 0;
+    for (; x + N <= n; x += N) {
+        const u8* from = s + x * S::bits / 8;
+        prefetch<N * S::bits / 8, false>(from);
+        unpack(x, from);
+    }
+    if (x == n) return;
+    if (n > N && n % S::group == 0) return unpack(n - N, s + (n - N) * S::bits / 8);
+    u8 rest[bytesFor(N, S::bits)] = {};
+    std::memcpy(rest, s + x * S::bits / 8, bytesFor(n - x, S::bits));
+    unpack(x, rest);
 }
 
 // Columns x to x + n - 1 of the image; the last strip ends with it, the others are followed by more.
 struct MosaicStrip {
-    static constexpr size_t capacity = 4096;
     size_t x, n;
     bool last;
 
     INLINE MosaicStrip(size_t start, size_t width) : x(start) {
-        last = width - x <= capacity + 1; // a column of its own could not be made
-        n = last ? width - x : capacity;
+        last = width - x <= lineColumns + 1; // a column of its own could not be made
+        n = last ? width - x : lineColumns;
     }
-    INLINE size_t samples() const { return last ? n : n + 1; }
 };
 
-template <class S, class W, class Rule>
-INLINE void strip2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const MosaicStrip& strip,
-                     const S& read, const W& write, const Rule& demosaic) {
-    using Line = PlainSamples<SamplesOf<S>>;
-    alignas(N) u8 lines[2][bytesFor(MosaicStrip::capacity + N, Line::bits)];
-    const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
-    s += strip.x * S::bits / 8, d += strip.x * W::bytes;
-    unpackRow(lines[0], s, strip.samples(), read);
+// One for all sources that become the same kind of line.
+template <class Samples, class W>
+__attribute__((noinline)) void strip2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase,
+                                        MosaicStrip strip, RowUnpacker row, W write) {
+    using Line = kel::Line<Samples>;
+    alignas(N) u8 lines[2][Line::bytes];
+    const Demosaic2x2<Samples> demosaic(phase);
+    const size_t sourcePitch = width * row.bits / 8, pitch = width * W::bytes;
+    s += strip.x * row.bits / 8, d += strip.x * W::bytes;
+    const auto unpack = [&](size_t y) {
+        u8* line = lines[y % 2];
+        row.unpack(line, s + y * sourcePitch, strip.last ? strip.n : strip.n + 1, row.reader);
+        if (strip.n < N) Line::endAt(line, N);
+        if (strip.last) Line::endAt(line, strip.n);
+    };
+    unpack(0);
     for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
-        unpackRow(lines[(y + 1) % 2], s + (y + 1) * sourcePitch, strip.samples(), read);
+        unpack(y + 1);
         const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
-        if (strip.last)
-            row2x2(rows, strip.n, Line(), RowSink<W>{d, write}, demosaic);
-        else
-            startOfRow2x2(rows, strip.n / N, Line(), RowSink<W>{d, write}, demosaic);
+        const RowSink<W> sink{d, write};
+        const auto pixels = [&](size_t x) { return demosaic(blocksAt(rows.from<Line>(x), Line())); };
+        for (size_t x = 0; x + N <= strip.n; x += N) sink.put(x, pixels(x));
+        if (strip.n % N == 0) continue;
+        const size_t x = lastBlock(strip.n), n = strip.n - x;
+        n == N ? sink.put(x, pixels(x)) : sink.putPart(x, pixels(x), n);
     }
 }
 
 template <class S, class W>
 INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const S& read, const W& write) {
-    const Demosaic2x2<SamplesOf<S>> demosaic(phase);
     const size_t sourcePitch = width * S::bits / 8, pitch = width * W::bytes;
     if constexpr (S::unpackOnce) {
         for (size_t x = 0; x < width;) {
             const MosaicStrip strip(x, width);
-            strip2x2(d, s, width, height, phase, strip, read, write, demosaic);
+            strip2x2<SamplesOf<S>>(d, s, width, height, phase, strip, {S::bits, &read, unpackRow<S>}, write);
             x += strip.n;
         }
     } else {
+        const Demosaic2x2<SamplesOf<S>> demosaic(phase);
         for (size_t y = 0; y + 1 < height; ++y)
             row2x2(rowPair(s, sourcePitch, y, phase), width, read, RowSink<W>{d + y * pitch, write}, demosaic);
     }

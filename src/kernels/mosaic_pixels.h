@@ -1,4 +1,4 @@
-// Pixels of the 2x2 demosaic in 8 bits, as the blocks of samples they are made from. Some outputs need no separate colours:
+// Pixels of the 2x2 demosaic in bytes, as the blocks of samples they are made from. Some outputs need no separate colours:
 // they take red and blue as they alternate.
 //
 // In every column one of the two rows holds red or blue and the other one green. In column x and in the next one these are
@@ -49,44 +49,108 @@ struct MosaicPixels {
 INLINE Rgb to8(const MosaicPixels& p) { return p; }
 
 struct Alternating {
-    Bytes here, next; // red or blue of a pixel's own column, and of the one to the right
-    Bytes green;
+    Bytes here, next;           // red or blue of a pixel's own column, and of the one to the right
+    Bytes greenHere, greenNext; // green of both
 };
-INLINE Alternating alternating(const MosaicPixels& p) {
-    Blocks<Bytes> s = p.s;
-    exchange(p.phase.redLeft, s.a, s.c);
-    exchange(p.phase.redLeft, s.b, s.d);
-    return {s.c, s.b, mean(s.a, s.d)};
+INLINE Alternating alternating(Blocks<Bytes> s, const Phase2x2& phase) {
+    exchange(phase.redLeft, s.a, s.c);
+    exchange(phase.redLeft, s.b, s.d);
+    return {s.c, s.b, s.a, s.d};
 }
 
 // Byte pairs of `here` are the red and blue of the even pixels, those of `next` of the odd ones.
+template <Weights k> INLINE Split weigh(const Alternating& p, Bytes green, const Phase2x2& phase) {
+    const Split g = widen(green);
+    const int first = k.b + phase.redIsEven * (k.r - k.b), second = k.r + k.b - first;
+    return {weighPairs(p.here, fillBytePairs(first, second)) + times(g.a, k.g) + fill(k.add),
+            weighPairs(p.next, fillBytePairs(second, first)) + times(g.b, k.g) + fill(k.add)};
+}
 template <Weights k> INLINE Split weigh(const MosaicPixels& p) {
     if constexpr (splitPart(1) == 0) return weigh<k>(static_cast<Rgb>(p));
-    const Alternating colours = alternating(p);
-    const Split green = widen(colours.green);
-    const int first = k.b + p.phase.redIsEven * (k.r - k.b), second = k.r + k.b - first;
-    return {weighPairs(colours.here, fillBytePairs(first, second)) + times(green.a, k.g) + fill(k.add),
-            weighPairs(colours.next, fillBytePairs(second, first)) + times(green.b, k.g) + fill(k.add)};
+    const Alternating colours = alternating(p.s, p.phase);
+    return weigh<k>(colours, mean(colours.greenHere, colours.greenNext), p.phase);
 }
 
 // As store3<1>, in two look-ups a vector.
+INLINE void storeBgr(u8* d, const Alternating& p, Bytes green, const Phase2x2& phase) {
+    storeLanes(d, 3 * L, lookUp(p.here, green, phase.bgr[0]));
+    storeLanes(d + L, 3 * L, lookUp(p.here, green, phase.bgr[1]));
+    storeLanes(d + 2 * L, 3 * L, lookUp(p.next, green, phase.bgr[2]));
+}
 INLINE void storeBgr(u8* d, const MosaicPixels& p) {
-    const Alternating colours = alternating(p);
-    storeLanes(d, 3 * L, lookUp(colours.here, colours.green, p.phase.bgr[0]));
-    storeLanes(d + L, 3 * L, lookUp(colours.here, colours.green, p.phase.bgr[1]));
-    storeLanes(d + 2 * L, 3 * L, lookUp(colours.next, colours.green, p.phase.bgr[2]));
+    const Alternating colours = alternating(p.s, p.phase);
+    storeBgr(d, colours, mean(colours.greenHere, colours.greenNext), p.phase);
+}
+
+// ---- Of samples of up to 15 bits, MSB-aligned: their high and their low bytes
+
+struct DeepBytes {
+    Bytes high, low;
+};
+// A sample reader of words, that much shallower than 16 bits.
+template <class S> struct DeepSamples : S {
+    template <int from> static INLINE DeepBytes samples(const u8* s) {
+        const Halves words = S::template samples<from>(s);
+        return {highBytes(words), lowBytes(words)};
+    }
+};
+
+struct DeepMosaicPixels {
+    Blocks<Bytes> high, low;
+    const Phase2x2& phase;
+};
+
+// The truncated mean. Low bytes are even, so half their sum is a byte; its top bit, which is worth half a high byte, makes
+// up for the half that an odd sum of high bytes loses.
+INLINE DeepBytes mean(DeepBytes x, DeepBytes y) {
+    const Bytes odd = (x.high ^ y.high) & 1, low = meanUp(x.low, y.low);
+    return {meanUp(x.high, y.high) - (odd & ~as<Bytes>(as<Words>(low) >> 7)), low ^ as<Bytes>(as<Words>(odd) << 7)};
+}
+
+struct DeepRgb {
+    Rgb high, low;
+};
+INLINE DeepRgb separated(const DeepMosaicPixels& p) {
+    const auto either = [&](Bytes Blocks<Bytes>::*left, Bytes Blocks<Bytes>::*right) { // left where red is left
+        return DeepBytes{select(p.phase.redLeft, p.high.*left, p.high.*right),
+                         select(p.phase.redLeft, p.low.*left, p.low.*right)};
+    };
+    using B = Blocks<Bytes>;
+    const DeepBytes r = either(&B::a, &B::b), g = mean(either(&B::b, &B::a), either(&B::c, &B::d));
+    const DeepBytes b = either(&B::d, &B::c);
+    return {{r.high, g.high, b.high}, {r.low, g.low, b.low}};
+}
+INLINE Rgb to8(const DeepMosaicPixels& p) { return separated(p).high; }
+
+// With each channel = 256 h + l this is exactly H + (L >> 8), H and L being the sums over the high and the low bytes.
+template <Weights k> INLINE Split weigh(const DeepMosaicPixels& p) {
+    constexpr Weights ofHigh{k.r, k.g, k.b, 0};
+    const auto sum = [](Split high, Split low) { return Split{high.a + (low.a >> 8), high.b + (low.b >> 8)}; };
+    if constexpr (splitPart(1) == 0) {
+        const DeepRgb colours = separated(p);
+        return sum(weigh<ofHigh>(colours.high), weigh<k>(colours.low));
+    }
+    const Alternating high = alternating(p.high, p.phase), low = alternating(p.low, p.phase);
+    const DeepBytes green = mean(DeepBytes{high.greenHere, low.greenHere}, DeepBytes{high.greenNext, low.greenNext});
+    return sum(weigh<ofHigh>(high, green.high, p.phase), weigh<k>(low, green.low, p.phase));
+}
+
+INLINE void storeBgr(u8* d, const DeepMosaicPixels& p) {
+    const Alternating h = alternating(p.high, p.phase), l = alternating(p.low, p.phase);
+    const DeepBytes green = mean(DeepBytes{h.greenHere, l.greenHere}, DeepBytes{h.greenNext, l.greenNext});
+    storeBgr(d, h, green.high, p.phase);
 }
 
 // The writers for these pixels.
 template <class W> struct MosaicWriter : W {};
 template <> struct MosaicWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Order::bgr> {
-    static INLINE void put(u8* d, const MosaicPixels& p) {
+    static INLINE void put(u8* d, const Rgb16& p) { Rgb24Writer::put(d, p); }
+    template <class Pixels> static INLINE void put(u8* d, const Pixels& p) {
         if constexpr (separatesAsItLoads)
-            Rgb24Writer::put(d, static_cast<Rgb>(p));
+            Rgb24Writer::put(d, to8(p));
         else
             storeBgr(d, p);
     }
-    static INLINE void put(u8* d, const Rgb16& p) { Rgb24Writer::put(d, p); }
 };
 
 } // namespace
