@@ -33,8 +33,9 @@ class Fault:
                f"{self.new.splitlines()[0].strip()[:60]}"
 
     def key(self, tree):
-        """Of the fault in the file as it is now."""
-        return hashlib.sha256("\0".join([self.old, self.new, (tree / self.file).read_text()]).encode()).hexdigest()[:16]
+        """Of the fault in the code of its file, whatever the comments say."""
+        code = re.sub(r"\s*//[^\n]*", "", (tree / self.file).read_text())
+        return hashlib.sha256("\0".join([self.old, self.new, code]).encode()).hexdigest()[:16]
 
     def is_stale(self, tree):
         return not (tree / self.file).exists() or (tree / self.file).read_text().count(self.old) != 1

@@ -96,7 +96,7 @@ TEST_F(Resample, ByAnyRatio) {
 
 TEST_F(Resample, WithPitches) {
     support::atEveryLevel([this] {
-        for (const std::int64_t toPitch : {-170, -40, 0, 40, 163})
+        for (const std::int64_t toPitch : {-170, -40, 0, 40, 149, 163, 1499})
             for (const std::int64_t fromPitch : {-111, -1, 0, 1, 130})
                 for (const bool linear : {false, true})
                     for (const std::int64_t length : {150, 1500}) // in one piece, in several
