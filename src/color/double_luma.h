@@ -2,8 +2,8 @@
 //
 // The weights are whole numbers over 100 or 1000. An integer formula gives the same luma, except where the exact one is
 // a whole number: binary fractions put 0.21 * 255 + 0.72 * 255 + 0.07 * 255 just below 255. So luma is rounded down in
-// integers, a strip of pixels at a time; greys, which are all whole, look up whether they are one less; and the other
-// whole ones, a pixel in a hundred or a thousand of most pictures, are left to the formula.
+// integers, a strip of pixels at a time, and whole ones, a pixel in a hundred or a thousand of most pictures, are left to
+// the formula. Greys are all whole: where there are many, they look up whether they are one less.
 #pragma once
 #include "color/rgb_readers.h"
 
@@ -50,18 +50,20 @@ INLINE Quotient divideBy1000(Words eighth, Words low) {
     return {whole, (eighth - times(whole, 125)) | (low & 7)};
 }
 
-template <const DoubleWeights& k> INLINE FlooredLuma flooredLuma(const Rgb& p) {
-    Quotient some, others;
+// p: the colours of the N pixels at s.
+template <const DoubleWeights& k> INLINE FlooredLuma flooredLuma(const u8* s, const Rgb& p) {
     if constexpr (k.unit == 100) {
-        const Split sums = weigh<wholeWeights<k, 1>()>(p);
-        some = divideBy100(sums.a), others = divideBy100(sums.b);
+        const Halves sums = weigh<3, wholeWeights<k, 1>()>(s);
+        const Quotient a = divideBy100(sums.a), b = divideBy100(sums.b);
+        return {lowBytes(Halves{a.whole, b.whole}), lowBytes(Halves{a.rest, b.rest})};
     } else {
+        Quotient some, others;
         constexpr Weights all = wholeWeights<k, 1>();
         const Split eighths = weigh<wholeWeights<k, 8>()>(p);
         const Split low = weigh<Weights{all.r % 8, all.g % 8, all.b % 8, 0}>(p);
         some = divideBy1000(eighths.a, low.a), others = divideBy1000(eighths.b, low.b);
+        return {lowBytes(Split{some.whole, others.whole}), lowBytes(Split{some.rest, others.rest})};
     }
-    return {lowBytes(Split{some.whole, others.whole}), lowBytes(Split{some.rest, others.rest})};
 }
 
 // ---- Greys
@@ -98,16 +100,26 @@ template <const DoubleWeights& k> INLINE Bytes isKept(Bytes grey) {
 
 // ---- Strips of pixels
 
+// How a strip is converted, each way for more pictures than the one before: where few pixels are whole; where the whole
+// ones are greys mostly; by the formula.
+enum class Way { coloured, greys, formula };
+
 template <const DoubleWeights& k> class LumaStrip {
 public:
     static constexpr size_t capacity = 16 * N;
 
-    // N pixels from pixel x of the strip on, in integers.
-    INLINE void put(size_t x, const Rgb& p) {
-        const FlooredLuma floored = flooredLuma<k>(p);
-        const Bytes isGrey = as<Bytes>(((p.r ^ p.g) | (p.g ^ p.b)) == 0);
-        store(luma_ + x, floored.luma + (isGrey & ~isKept<k>(p.g)));
-        store(undecided_ + x, as<Bytes>(floored.rest == 0) & ~isGrey & 1);
+    // N pixels from pixel x of the strip on, which are at s and have the colours p.
+    template <Way way> INLINE void put(size_t x, const u8* s, const Rgb& p) {
+        if constexpr (way == Way::formula) return putByFormula(x, p);
+        FlooredLuma floored = flooredLuma<k>(s, p);
+        Bytes undecided = as<Bytes>(floored.rest == 0) & 1;
+        if constexpr (way == Way::greys) {
+            const Bytes isGrey = as<Bytes>(((p.r ^ p.g) | (p.g ^ p.b)) == 0);
+            floored.luma += isGrey & ~isKept<k>(p.g);
+            undecided &= ~isGrey;
+        }
+        store(luma_ + x, floored.luma);
+        store(undecided_ + x, undecided);
     }
 
     // The same by the formula. A plain loop is the form in which compilers vectorise conversions to double and back.
@@ -118,15 +130,16 @@ public:
             luma_[x + i] = static_cast<u8>(static_cast<int>(k.r * r[i] + k.g * g[i] + k.b * b[i]));
     }
 
-    // Of the first n pixels, after put().
-    INLINE size_t undecided(size_t n) const {
-        u64 sums = 0; // eight of them, none above 128
+    // Of the first n pixels, after put() in integers.
+    INLINE size_t undecided(size_t n) {
+        store(undecided_ + n, u64{}); // nothing behind the pixels
+        u64 sums = 0;                 // eight of them, none above 128
         for (size_t x = 0; x < n; x += 8) sums += load<u64>(undecided_ + x);
         const u64 pairs = (sums & 0x00FF00FF00FF00FF) + (sums >> 8 & 0x00FF00FF00FF00FF);
         return static_cast<size_t>(pairs * 0x0001000100010001 >> 48);
     }
 
-    // Those of the first n pixels, whose colours are at `rgb`.
+    // Those of the first n pixels, whose colours are at `rgb`, after undecided().
     INLINE void decide(const u8* rgb, size_t n) {
         for (size_t x = 0; x < n; x += 8)
             for (u64 left = load<u64>(undecided_ + x); __builtin_expect(left != 0, 0); left &= left - 1) {
@@ -145,46 +158,48 @@ public:
 private:
     static __attribute__((noinline)) void copyEnd(u8* d, const u8* luma, size_t n) { std::memcpy(d, luma, n); }
 
-    alignas(N) u8 luma_[capacity], undecided_[capacity]; // undecided: 0 or 1, the latter never behind the pixels
+    alignas(N) u8 luma_[capacity], undecided_[capacity + 8]; // undecided: 0 or 1
 };
 
-// RGB8 pixels as blocks: use(x, colours, how many of them are pixels).
+// RGB8 pixels as blocks: use(x, where they are, colours, how many of them are pixels).
 template <class Use> INLINE void eachRgbBlock(const u8* s, size_t n, Use use) {
-    using Reader24 = Rgb24Reader<Order::rgb>;
+    const auto block = [&](size_t x, const u8* at, size_t pixels) {
+        use(x, at, Rgb24Reader<Order::rgb>::get(at), pixels);
+    };
     size_t x = 0;
     for (; x + N <= n; x += N) {
         prefetch<3 * N, false>(s + 3 * x);
-        use(x, Reader24::get(s + 3 * x), static_cast<size_t>(N));
+        block(x, s + 3 * x, N);
     }
     if (x == n) return;
-    alignas(N) u8 last[3 * N] = {}; // black is grey: nothing to decide there
+    alignas(N) u8 last[3 * N] = {};
     std::memcpy(last, s + 3 * x, 3 * (n - x));
-    use(x, Reader24::get(last), n - x);
+    block(x, last, n - x);
 }
 
-// n RGB8 pixels to luma. sink: what else is done with their colours, as eachRgbBlock() has them.
+// n RGB8 pixels to luma. sink: what else is done with their colours: sink(x, colours, how many of them are pixels).
 template <const DoubleWeights& k, class Sink> INLINE void lumaRun(u8* d, const u8* s, size_t n, Sink sink) {
     LumaStrip<k> strip;
-    size_t byFormula = 0; // strips to come: in some pictures, flat ones mostly, much is undecided
+    Way way = Way::coloured;
+    int stay = 0; // strips that are converted the same way again
     for (size_t start = 0, count; start < n; start += count, s += 3 * count) {
         count = n - start < strip.capacity ? n - start : strip.capacity;
-        if (byFormula == 0) {
-            eachRgbBlock(s, count, [&](size_t x, const Rgb& colours, size_t pixels) {
-                strip.put(x, colours);
+        const auto put = [&]<Way by>() {
+            eachRgbBlock(s, count, [&](size_t x, const u8* at, const Rgb& colours, size_t pixels) {
+                strip.template put<by>(x, at, colours);
                 sink(start + x, colours, pixels);
             });
-            if (strip.undecided(count) <= count / 8)
-                strip.decide(s, count);
-            else
-                byFormula = 16;
-        }
-        if (byFormula > 0) {
-            eachRgbBlock(s, count, [&](size_t x, const Rgb& colours, size_t pixels) {
-                strip.putByFormula(x, colours);
-                sink(start + x, colours, pixels);
-            });
-            --byFormula;
-        }
+        };
+        const auto areFew = [count](size_t undecided) { return undecided <= count / 8; };
+        if (stay > 0)
+            --stay;
+        else
+            way = Way::coloured;
+        if (way == Way::coloured) put.template operator()<Way::coloured>();
+        if (way == Way::coloured && !areFew(strip.undecided(count))) way = Way::greys, stay = 64;
+        if (way == Way::greys) put.template operator()<Way::greys>();
+        if (way == Way::greys && !areFew(strip.undecided(count))) way = Way::formula, stay = 64;
+        way == Way::formula ? put.template operator()<Way::formula>() : strip.decide(s, count);
         strip.copyTo(d + start, count);
     }
 }

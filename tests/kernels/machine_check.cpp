@@ -86,6 +86,8 @@ const char* inMemory(Random& random) {
     KEL_COMPARE((m::luma<3, bt709>(s)))
     KEL_COMPARE((m::luma<4, bt601>(s)))
     KEL_COMPARE((m::luma<4, bt709>(s)))
+    KEL_COMPARE((m::weigh<3, Weights{21, 72, 7, 0}>(s)))
+    KEL_COMPARE((m::weigh<4, Weights{21, 72, 7, 0}>(s)))
     // These two have no definition that is simpler than what it defines.
     Planes p;
     machine::load4(s, p.a, p.b, p.c);

@@ -145,6 +145,11 @@ template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
     bytes == 3 ? load3(s, r, g, b) : load4(s, r, g, b);
     return luma<k>(r, g, b);
 }
+template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
+    Bytes r, g, b;
+    bytes == 3 ? load3(s, r, g, b) : load4(s, r, g, b);
+    return inOrder(weigh<k>(r, g, b));
+}
 
 // ---- 32 bits: of the words at even and at odd positions
 

@@ -186,8 +186,10 @@ template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
 template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) { return highBytes(weigh<k>(r, g, b)); }
 #else
 // Green is shared out between red and blue: the weights are signed bytes, and the products of two bytes signed words.
+constexpr Weights redAndGreen(Weights k) { return {k.r, k.g < 128 - k.r ? k.g : 128 - k.r, 0, 0}; }
+constexpr Weights greenAndBlue(Weights k) { return {0, k.g - redAndGreen(k).g, k.b, 0}; }
 template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) {
-    const Words red = fillBytePairs(k.r, 128 - k.r), blue = fillBytePairs(k.b, 128 - k.b);
+    const Words red = fillBytePairs(k.r, redAndGreen(k).g), blue = fillBytePairs(k.b, greenAndBlue(k).g);
     const auto half = [=](Bytes rg, Bytes bg) { return weighPairs(rg, red) + weighPairs(bg, blue) + fill(k.add); };
     return highBytes(Halves{half(zip<1, 0>(r, g), zip<1, 0>(b, g)), half(zip<1, 1>(r, g), zip<1, 1>(b, g))});
 }
@@ -238,29 +240,43 @@ template <int bytes, int q> INLINE Bytes quads(const u8* s) {
     return permute(loadLanes(s + q * (bytes * L / 4) - before, bytes * L),
                    [](int i) { return before + i / 4 * bytes + (i % 4 == 3 ? 1 : i % 4); });
 }
-template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
-    const Bytes q0 = quads<bytes, 0>(s), q1 = quads<bytes, 1>(s), q2 = quads<bytes, 2>(s), q3 = quads<bytes, 3>(s);
 #if defined(__AVX512VBMI__)
-    const auto sums = [](Bytes quad) {
-        const Bytes weights = as<Bytes>(UnsignedWides{} + static_cast<u32>(k.r | k.g << 8 | k.b << 16));
-        const Wides start = Wides{} + (k.add + (1 << 15)); // what the samples less 128 lack
-        return as<UnsignedWides>(
-            _mm512_dpbusd_epi32(as<Register>(start), as<Register>(weights), as<Register>(quad ^ 0x80)));
-    };
-    const UnsignedWides mixed =
-        (sums(q0) >> 8 & 0xFF) | (sums(q1) & 0xFF00) | (sums(q2) << 8 & 0xFF0000) | (sums(q3) << 16 & 0xFF000000);
-    return arrange(as<Bytes>(mixed), [](int i) { return i % (N / 4) * 4 + i / (N / 4); });
-#else
-    const auto sums = [](Bytes a, Bytes b) {
-        const Words weights =
-            as<Words>(UnsignedWides{} + static_cast<u32>(k.r | (128 - k.r) << 8 | k.b << 16 | (128 - k.b) << 24));
-        const auto low = as<Register>(wordPairSums(weighPairs(a, weights), fill(1)));
-        const auto high = as<Register>(wordPairSums(weighPairs(b, weights), fill(1)));
-        return as<Words>(KEL_X86(packus_epi32)(low, high)) + fill(k.add);
-    };
-    return highBytes(Halves{sums(q0, q1), sums(q2, q3)});
-#endif
+// start + the sums of products: unsigned bytes of v times signed ones of w.
+INLINE UnsignedWides quadSums(int start, Bytes v, Bytes w) {
+    return as<UnsignedWides>(_mm512_dpbusd_epi32(as<Register>(Wides{} + start), as<Register>(v), as<Register>(w)));
 }
+template <Weights k> INLINE Bytes fillQuads() { return as<Bytes>(Wides{} + (k.r | k.g << 8 | k.b << 16)); }
+
+// Green weighs more than a signed byte can say: the samples are signed, less 128.
+template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
+    const auto sums = [](Bytes quads) { return quadSums(k.add + (1 << 15), fillQuads<k>(), quads ^ 0x80); };
+    const UnsignedWides s0 = sums(quads<bytes, 0>(s)), s1 = sums(quads<bytes, 1>(s));
+    const UnsignedWides s2 = sums(quads<bytes, 2>(s)), s3 = sums(quads<bytes, 3>(s));
+    const UnsignedWides mixed = (s0 >> 8 & 0xFF) | (s1 & 0xFF00) | (s2 << 8 & 0xFF0000) | (s3 << 16 & 0xFF000000);
+    return arrange(as<Bytes>(mixed), [](int i) { return i % (N / 4) * 4 + i / (N / 4); });
+}
+template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
+    static_assert(k.g < 128);
+    const auto words = [](Bytes a, Bytes b) {
+        const UnsignedWides x = quadSums(k.add, a, fillQuads<k>()), y = quadSums(k.add, b, fillQuads<k>());
+        return as<Words>(shuffle(as<Bytes>(x), as<Bytes>(y), [](int i) { return i / 2 * 4 + i % 2; }));
+    };
+    return {words(quads<bytes, 0>(s), quads<bytes, 1>(s)), words(quads<bytes, 2>(s), quads<bytes, 3>(s))};
+}
+#else
+template <Weights k> INLINE Words weighQuads(Bytes a, Bytes b) {
+    constexpr Weights red = redAndGreen(k), blue = greenAndBlue(k);
+    const Words weights = mix(fillBytePairs(red.r, red.g), fillBytePairs(blue.b, blue.g));
+    const auto low = as<Register>(wordPairSums(weighPairs(a, weights), fill(1)));
+    const auto high = as<Register>(wordPairSums(weighPairs(b, weights), fill(1)));
+    return as<Words>(KEL_X86(packus_epi32)(low, high)) + fill(k.add);
+}
+template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
+    return {weighQuads<k>(quads<bytes, 0>(s), quads<bytes, 1>(s)),
+            weighQuads<k>(quads<bytes, 2>(s), quads<bytes, 3>(s))};
+}
+template <int bytes, Weights k> INLINE Bytes luma(const u8* s) { return highBytes(weigh<bytes, k>(s)); }
+#endif
 
 } // namespace machine
 } // namespace
