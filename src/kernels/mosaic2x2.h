@@ -52,7 +52,10 @@ INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
 // ---- Lines. Every sample is wanted four times: by two rows, at x and at x + 1. Where it costs more than a load to get it,
 // the rows of a strip of the image are unpacked once, to two lines on the stack.
 
-constexpr size_t lineColumns = 4096, lineColumnsAndMore = lineColumns + N;
+// Lines do not lie a multiple of 4096 bytes apart: a processor takes a load at such a distance from a store that is still
+// on its way for one that has to wait.
+constexpr size_t lineColumns = 4096, lineColumnsAndMore = lineColumns + 1088;
+static_assert(lineColumnsAndMore >= lineColumns + N && lineColumnsAndMore % N == 0);
 
 template <class Samples> struct Line : PlainSamples<Samples> {
     static constexpr size_t bytes = lineColumnsAndMore * sizeof(Samples) / N;
