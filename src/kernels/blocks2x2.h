@@ -65,6 +65,7 @@ template <class S> using SamplesOf = decltype(std::declval<const S&>().template 
 
 struct RowPair {
     const u8 *first, *second;
+    const u8* lower = second; // the one that the row of pixels above has not read
 
     template <class S> INLINE RowPair from(size_t x) const {
         return {first + x * S::bits / 8, second + x * S::bits / 8};
@@ -97,10 +98,8 @@ __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S re
 template <class S, class Sink, class Rule>
 INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
     for (size_t x = 0; x + N < width; x += N) {
-        const RowPair from = row.from<S>(x);
-        prefetch<N * S::bits / 8, false>(from.first);
-        prefetch<N * S::bits / 8, false>(from.second);
-        sink.put(x, rule(blocksAt(from, read)));
+        prefetch<N * S::bits / 8, false>(row.lower + x * S::bits / 8);
+        sink.put(x, rule(blocksAt(row.from<S>(x), read)));
     }
     const size_t x = lastBlock(width);
     if (width - x < N) return endOfRow2x2(row, x, width - x, read, sink, rule);

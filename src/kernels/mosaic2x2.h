@@ -42,7 +42,7 @@ template <> struct Demosaic2x2<Halves> {
 
 // Rows y and y + 1, the red one first.
 INLINE RowPair redFirst(const u8* top, const u8* bottom, size_t y, unsigned phase) {
-    return (phase / 2 + y) % 2 ? RowPair{bottom, top} : RowPair{top, bottom};
+    return (phase / 2 + y) % 2 ? RowPair{bottom, top, bottom} : RowPair{top, bottom};
 }
 // The same of a source with rows of `pitch` bytes.
 INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
