@@ -108,6 +108,8 @@ export interface Orvella {
   statistics(): { histograms: Histogram[]; warning: string };
   /** A picture of that frame, as the converter makes it in Mono8 or RGB24. */
   render(look: Look): Rendering;
+  /** The same without a copy: `rgba` lies in the module's memory and lasts until the next call. */
+  renderInPlace(look: Look): Rendering;
   /** Of such a picture: one histogram of a grey one, otherwise three. */
   histograms(rgba: Uint8Array, channels: 1 | 3): Histogram[];
   /** What the camera gave for the pixels of a part of that frame, row by row: one sample of grey and mosaics, others more. */

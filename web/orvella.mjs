@@ -102,8 +102,13 @@ class Orvella {
   }
 
   render(options) {
+    const rendering = this.renderInPlace(options);
+    return { ...rendering, rgba: rendering.rgba.slice() };
+  }
+
+  renderInPlace(options) {
     const about = this.#json("render", options);
-    return { ...about, rgba: this.#result() };
+    return { ...about, rgba: this.#made() };
   }
 
   histograms(rgba, channels) {
@@ -160,8 +165,12 @@ class Orvella {
   }
 
   #result() {
-    const start = this.#exports.orvella_bytes() >>> 0;
-    return new Uint8Array(this.#exports.memory.buffer).slice(start, start + (this.#exports.orvella_byte_count() >>> 0));
+    return this.#made().slice();
+  }
+
+  #made() {
+    const { memory, orvella_bytes, orvella_byte_count } = this.#exports;
+    return new Uint8Array(memory.buffer, orvella_bytes() >>> 0, orvella_byte_count() >>> 0);
   }
 }
 

@@ -121,9 +121,12 @@ async function renderSide(side) {
   stage.show(bitmap, side);
 }
 
-const rerender = latest(async (changed) => {
+const changed = new Set(); // sides
+const rerender = latest(async () => {
+  const now = [...changed];
+  changed.clear();
   try {
-    for (const side of changed) await renderSide(side);
+    for (const side of now) await renderSide(side);
     settled();
   } catch (error) {
     complain(error.message);
@@ -234,7 +237,9 @@ controls.addEventListener("look", () => {
   const look = controls.readLook(), { flip } = state.looks[0];
   state.looks[controls.side] = look;
   for (const each of state.looks) each.flip = look.flip;
-  if (state.current) rerender(look.flip === flip ? [controls.side] : sides());
+  if (!state.current) return;
+  for (const side of look.flip === flip ? [controls.side] : sides()) changed.add(side);
+  rerender();
 });
 controls.addEventListener("side", () => {
   controls.writeLook(state.looks[controls.side]);

@@ -34,7 +34,7 @@ export class Pane {
   show(bitmap) {
     const { width, height } = bitmap;
     if (width !== this.#canvas.width || height !== this.#canvas.height) Object.assign(this.#canvas, { width, height });
-    this.#context.transferFromImageBitmap(bitmap); // which takes no time
+    this.#context.transferFromImageBitmap(bitmap); // handed over, not drawn
   }
 
   /** @param {import("./view.js").View} view @param {{ x: number, y: number } | undefined} pixel */

@@ -10,6 +10,8 @@ import { encodePng } from "./png.js";
 let orvella;
 /** What was rendered last for each side. */
 const pictures = [];
+/** What is left to do once an answer is on its way. */
+let afterwards = () => {};
 const mostToGuess = 1 << 28;
 
 const answers = {
@@ -60,10 +62,11 @@ const answers = {
   statistics: () => orvella.statistics(),
 
   async render(look, side) {
-    const { rgba, ...about } = orvella.render(look);
+    const { rgba, ...about } = orvella.renderInPlace(look);
     const { width, height, channels } = about;
-    pictures[side] = { rgba, width, height, channels };
-    const bitmap = await createImageBitmap(new ImageData(new Uint8ClampedArray(rgba.buffer), width, height));
+    const pixels = new Uint8ClampedArray(rgba.buffer, rgba.byteOffset, rgba.length);
+    const bitmap = await createImageBitmap(new ImageData(pixels, width, height));
+    afterwards = () => { pictures[side] = { rgba: rgba.slice(), width, height, channels }; };
     return { ...about, bitmap };
   },
 
@@ -98,5 +101,7 @@ self.onmessage = ({ data: { id, what, given } }) => {
     } catch (error) {
       postMessage({ id, error: error.message });
     }
+    afterwards();
+    afterwards = () => {};
   });
 };
