@@ -60,6 +60,7 @@ $all || exit 0
 step "Build with clang's memory sanitizer, up to sse4" build msan
 step "The catalogue with it" run_tests msan
 step "clang-tidy and g++ -fanalyzer over the library" scripts/analyse.sh
+step "Fuzzers, a minute each" fuzz/run.sh 60
 scripts/packages.sh cross
 step "aarch64: build" build aarch64
 step "aarch64: tests, in an emulator" run_tests aarch64

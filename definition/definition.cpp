@@ -16,7 +16,8 @@ const std::vector<Conversion>& conversions() {
 }
 
 Function find(const std::string& name) {
-    const auto row = std::ranges::find(conversions(), name, &Conversion::name);
+    const auto row = std::find_if(conversions().begin(), conversions().end(),
+                                  [&](const Conversion& conversion) { return conversion.name == name; });
     return row == conversions().end() ? nullptr : row->convert;
 }
 

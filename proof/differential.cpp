@@ -108,7 +108,8 @@ private:
 };
 
 std::string firstDifference(const char* in, Bytes expected, Bytes actual) {
-    const auto at = std::ranges::mismatch(expected, actual).in1 - expected.begin();
+    const auto at = static_cast<std::size_t>(std::mismatch(expected.begin(), expected.end(), actual.begin()).first -
+                                             expected.begin());
     return std::string("byte ") + std::to_string(at) + " of " + std::to_string(expected.size()) + " of the " + in +
            " is " + std::to_string(actual[at]) + ", not " + std::to_string(expected[at]);
 }
@@ -187,7 +188,8 @@ private:
         expected_.assign(prefill.begin(), prefill.end());
         of.row.definition(
             {expected_.data(), expectedSource_.data(), of.width, of.height, of.pattern, catalogue::matrixInUse()});
-        if (of.inPlace && !of.row.conversion.onlyInPlace) std::ranges::copy(expected_, expectedSource_.begin());
+        if (of.inPlace && !of.row.conversion.onlyInPlace)
+            std::copy(expected_.begin(), expected_.end(), expectedSource_.begin());
     }
 
     void compare(std::uint64_t number, const Case& of, kel::Level level) {

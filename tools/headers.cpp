@@ -98,7 +98,7 @@ FrameFormat plainFrame(const std::string& name, Size size, unsigned channels, un
                                : channels == 3 && !deep ? "Rgb8"
                                : channels == 4 && !deep ? "Rgba8"
                                                         : nullptr;
-    if (!format || bits > 16 || size.pixels() == 0) {
+    if (!format || bits > 16 || !parseSize(text(size))) {
         throw Error(name + " holds " + std::to_string(channels) + " channels of " + std::to_string(bits) + " bits at " +
                     text(size) + ", which are no camera's frame");
     }

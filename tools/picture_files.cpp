@@ -61,9 +61,11 @@ Bytes readTiff(const fs::path& path, unsigned page) {
         throw Error("page " + std::to_string(page) + " of " + path.string() + " is " + text(frame) +
                     ", unlike the first");
     const auto line = static_cast<std::size_t>(TIFFScanlineSize(tiff.get()));
-    Bytes content(line * frame.size.height);
-    for (std::uint32_t y = 0; y < frame.size.height; ++y)
+    Bytes content; // grows by what is there, whatever the header promises
+    for (std::uint32_t y = 0; y < frame.size.height; ++y) {
+        content.resize(content.size() + line);
         if (TIFFReadScanline(tiff.get(), content.data() + y * line, y) != 1) throw broken();
+    }
     return content;
 }
 
@@ -71,10 +73,8 @@ Bytes readTiff(const fs::path& path, unsigned page) {
 
 class PngReader {
 public:
-    explicit PngReader(const fs::path& path)
-        : path_(path), file_(std::fopen(path.c_str(), "rb"), &std::fclose),
-          png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr)),
-          info_(png_ ? png_create_info_struct(png_) : nullptr) {
+    // The other constructor has made what is destroyed if this one throws.
+    explicit PngReader(const fs::path& path) : PngReader(path, std::fopen(path.c_str(), "rb")) {
         if (!file_) throw Error("cannot open " + path.string());
         if (!info_) throw std::bad_alloc();
         png_set_error_fn(
@@ -92,6 +92,8 @@ public:
     }
     Bytes pixels() {
         const std::size_t line = png_get_rowbytes(png_, info_), height = png_get_image_height(png_, info_);
+        constexpr std::size_t expansion = 1100; // deflate makes at most 1032 bytes of one
+        if (line * height / expansion > fs::file_size(path_)) throw broken();
         Bytes content(line * height);
         std::vector<png_bytep> rows(height);
         for (std::size_t y = 0; y < height; ++y) rows[y] = content.data() + y * line;
@@ -100,6 +102,10 @@ public:
     }
 
 private:
+    PngReader(const fs::path& path, std::FILE* file)
+        : path_(path), file_(file, &std::fclose),
+          png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr)),
+          info_(png_ ? png_create_info_struct(png_) : nullptr) {}
     Error broken() const { return Error("cannot read the PNG file " + path_.string()); }
     // libpng reports errors by jumping back into these functions, so nothing here needs destruction.
     bool tryToReadHeader() {

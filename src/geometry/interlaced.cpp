@@ -27,7 +27,7 @@ Refusal interlacedToProgressive(void* destination, const void* source, u32 lineL
 
     u8* const to = bytes(destination);
     const u8* const from = bytes(source);
-    const size_t pairs = lines / 2;
+    const size_t pairs = lineLength > 0 ? lines / 2 : 0; // billions of empty lines take no time
     if (to != from) {
         weave(to, from, from + size_t{lines} * (lineLength / 2), lineLength, pairs);
         return Refusal::none;

@@ -34,6 +34,8 @@ TEST_F(Errors, WrongFiles) {
     writeFile(path("short.raw"), std::string(99, 'x'));
     writeFile(path("long.raw"), std::string(6001, 'x'));
     writeFile(path("right.raw"), std::string(100, 'x'));
+    writeFile(path("huge.pgm"), "P5 2147483648 1073741824 255\n"); // its bits are 2^64
+    writeFile(path("cut.npy"), std::string("\x93NUMPY\1\0\x20\0{'shape': (4, 4), 'descr':  ", 37));
     std::filesystem::create_directory(path("folder"));
     std::filesystem::create_directory(path("folder.png"));
     std::filesystem::create_directory(path("planes.b.png"));
@@ -45,6 +47,8 @@ TEST_F(Errors, WrongFiles) {
          {"expected 4608 bytes for BayerRG12p", "found 6001; that fits a header of 1393"}},
         {"convert -f Mono10p -s 3x1 short.raw out.png", 1, {"expected 4 bytes"}},
         {"convert -f Mono16 -s 1000000x1000000 short.raw out.png", 1, {"expected 2000000000000 bytes", "found 99"}},
+        {"convert huge.pgm out.png", 1, {"huge.pgm", "2147483648x1073741824", "no camera's frame"}},
+        {"convert cut.npy out.png", 1, {"no .npy file"}},
         {convert + "/dev/zero out.png", 1, {"expected 100 bytes", "found more"}},
         {convert + "none.raw out.png", 1, {"none.raw", "No such file"}},
         {convert + "folder out.png", 2, {"folder", "--output-directory"}},

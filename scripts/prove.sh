@@ -1,0 +1,86 @@
+#!/usr/bin/env bash
+# Runs what takes hours, and writes its results to docs/proof/ and docs/proof.md.
+#
+#     scripts/prove.sh [--hours N] [differential] [emulated] [fuzzers] [faults] [coverage]
+#
+# The hours (1) are shared by what is asked for, which is everything unless said. Random conversions of the same commit and
+# faults go on where the last run ended.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+hours=1
+if [ "${1:-}" = --hours ]; then hours=${2:?of hours} && shift 2; fi
+proofs=("${@:-differential emulated fuzzers faults coverage}")
+read -ra proofs <<<"${proofs[*]}"
+if ! git diff --quiet HEAD -- . ':!docs'; then
+    echo "Results are of a commit: commit the changes first" >&2
+    exit 1
+fi
+commit=$(git log -1 --format=%h -- . ':!docs')
+seconds=$(awk -v h="$hours" -v n=${#proofs[@]} 'BEGIN { printf "%d", h * 3600 / n }')
+jobs=$(nproc)
+work=out/proof
+mkdir -p $work
+
+build() { # preset, target
+    scripts/packages.sh "$3"
+    cmake --preset "$1" >/dev/null
+    cmake --build --preset "$1" --parallel "$jobs" --target $2 >/dev/null
+}
+say() { printf '%s  %s\n' "$(date +%T)" "$*"; }
+
+# name, title, seconds, command before the program, program
+run_batches() {
+    local name=$1 title=$2 time=$3 emulator=$4 program=$5 pids=() pid
+    say "$title"
+    for ((part = 0; part < jobs; ++part)); do
+        $emulator "$program" --state "$work/$name.jsonl" --commit "$commit" --seconds "$time" --part "$part/$jobs" &
+        pids+=($!)
+    done
+    local status=0
+    for pid in "${pids[@]}"; do wait "$pid" || status=1; done
+    scripts/docs/proof.py differential "$name" "$title" "scripts/prove.sh --hours $hours ${proofs[*]}" "$work/$name.jsonl"
+    return $status
+}
+
+differential() {
+    build release orvella_differential test
+    run_batches differential "Random conversions, this machine" "$seconds" "" build/release/proof/orvella_differential
+}
+
+emulated() {
+    build release orvella_differential test
+    local cpu
+    for cpu in qemu64 Nehalem Haswell; do
+        run_batches "differential-$cpu" "Random conversions, emulated $cpu" $((seconds / 4)) "qemu-x86_64 -cpu $cpu" \
+            build/release/proof/orvella_differential
+    done
+    build aarch64 orvella_differential cross
+    run_batches differential-aarch64 "Random conversions, emulated aarch64" $((seconds / 4)) \
+        "qemu-aarch64 -L /usr/aarch64-linux-gnu" build/aarch64/proof/orvella_differential
+}
+
+fuzzers() { fuzz/run.sh "$seconds" $work "scripts/prove.sh --hours $hours ${proofs[*]}"; }
+
+faults() {
+    say "Faults"
+    scripts/packages.sh test
+    scripts/faults/run.py --revision HEAD -j "$jobs" --minutes $((seconds / 60)) --report docs/proof/faults.json
+}
+
+coverage() {
+    say "Coverage"
+    scripts/packages.sh test
+    scripts/coverage.py -j "$jobs"
+}
+
+status=0
+for proof in "${proofs[@]}"; do
+    case $proof in
+    differential | emulated | fuzzers | faults | coverage) $proof || status=1 ;;
+    *) sed -n '2,7s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+    esac
+done
+scripts/docs/proof.py
+say "docs/proof.md is written"
+exit $status
