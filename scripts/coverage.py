@@ -15,8 +15,8 @@ BUILD = ROOT / "build/coverage"
 TESTS = ["calls", "catalogue", "correction", "correction_failures", "machine", "threads", "conversions"]
 
 
-def run(*command):
-    subprocess.run([str(part) for part in command], cwd=ROOT, check=True, stdout=subprocess.DEVNULL)
+def run(*command, folder=ROOT):
+    subprocess.run([str(part) for part in command], cwd=folder, check=True, stdout=subprocess.DEVNULL)
 
 
 def measure(jobs):
@@ -36,8 +36,8 @@ def main():
     if not options.measured:
         measure(options.jobs)
     # Branches that only an exception takes, or that the compiler made for no code, are nobody's.
-    run("gcovr", "-r", ".", "--filter", "src/", "--exclude-throw-branches", "--exclude-unreachable-branches",
-        "--gcov-ignore-parse-errors", "--json", BUILD / "coverage.json", BUILD)
+    run("gcovr", "-r", ROOT, "--filter", f"{ROOT}/src/", "--exclude-throw-branches", "--exclude-unreachable-branches",
+        "--gcov-ignore-parse-errors", "--json", BUILD / "coverage.json", BUILD, folder=BUILD)
 
     reasons = [line.split(" | ") for line in (ROOT / "scripts/uncovered.txt").read_text().splitlines() if "|" in line]
     lines = branches = ran = taken = 0
