@@ -37,6 +37,14 @@ run_tests() { # preset, options of ctest
         return 1
     }
 }
+# Wine does not run everywhere: then the build alone is the test.
+test_in_wine() {
+    if WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/windows timeout 120 wine cmd /c exit; then
+        run_tests windows
+    else
+        echo "Skipped: Wine does not run here"
+    fi
+}
 check_format() { git ls-files '*.h' '*.hpp' '*.cpp' '*.c' | xargs clang-format-14 --dry-run -Werror; }
 
 scripts/packages.sh test
@@ -64,6 +72,8 @@ step "Fuzzers, a minute each" fuzz/run.sh 60
 scripts/packages.sh cross
 step "aarch64: build" build aarch64
 step "aarch64: tests, in an emulator" run_tests aarch64
+step "Windows: build" build windows
+step "Windows: tests, in Wine" test_in_wine
 scripts/packages.sh web
 step "WebAssembly" web/run_tests.sh
 step "Debian packages, built twice with the same bytes; lintian" scripts/package.sh --twice

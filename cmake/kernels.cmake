@@ -52,10 +52,14 @@ function(orvella_add_per_level name)
     target_link_libraries(${objects} PRIVATE orvella_options)
     target_include_directories(${objects} PRIVATE ${PROJECT_SOURCE_DIR}/src ${ORVELLA_GENERATED}
       ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
-    target_compile_definitions(${objects} PRIVATE KEL_LEVEL=${level} $<$<STREQUAL:${level},plain>:KEL_PLAIN>)
+    target_compile_definitions(${objects} PRIVATE ORVELLA_STATIC KEL_LEVEL=${level} $<$<STREQUAL:${level},plain>:KEL_PLAIN>)
     list(TRANSFORM ORVELLA_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE flags)
     if(EMSCRIPTEN)
       list(APPEND flags -msimd128)
+    endif()
+    if(MINGW)
+      # g++ takes the stack to be aligned for vectors of 32 bytes and more, which it is not on Windows (bug 54412).
+      list(APPEND flags -Wa,-muse-unaligned-vector-move)
     endif()
     # No link-time optimisation: it could mix code of one level into another.
     set(optimisation -O3)

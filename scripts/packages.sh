@@ -19,7 +19,8 @@ package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintia
     dh-python pybuild-plugin-pyproject python3-all python3-setuptools emscripten esbuild nodejs)
 web=("${build[@]}" emscripten nodejs esbuild chromium chromium-driver python3-selenium)
 docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
-cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest llvm-19)
+cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest llvm-19
+    g++-mingw-w64-x86-64-posix wine wine64)
 
 case ${1:-build} in
 test) wanted=("${test[@]}") ;;

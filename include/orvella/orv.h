@@ -22,7 +22,9 @@
 
 #include "orvella/version.h"
 
-#if defined(__GNUC__)
+#if defined(_WIN32) && !defined(ORVELLA_STATIC) /* the static library is used with ORVELLA_STATIC defined */
+#define ORV_API __declspec(dllimport)
+#elif defined(__GNUC__) && !defined(_WIN32)
 #define ORV_API __attribute__((visibility("default")))
 #else
 #define ORV_API

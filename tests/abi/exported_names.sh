@@ -18,7 +18,13 @@ awk '
     /^class ORV_API/ { print "C++ typeinfo for " space $3 }' "$@" | sort > "$directory/declared"
 
 # Exported functions and data; the absolute symbols are version names.
-"$nm" -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' |
+exports() {
+    case $library in
+    *.dll) "${nm%nm}objdump" -p "$library" | sed -n '/Name Pointer\] Table/,/^$/s/.*\[ *[0-9]*\] //p' ;;
+    *) "$nm" -D --defined-only "$library" | awk '$2 != "A" { sub(/@.*/, "", $3); print $3 }' ;;
+    esac
+}
+exports |
     while read -r name; do
         case $name in
         _Z*) echo "C++ $(c++filt "$name" | sed 's/(.*//')" ;;
@@ -35,8 +41,8 @@ else
     exit 1
 fi
 
-# Each name carries a version, so that programs say which library they were linked with.
-unversioned=$("$nm" -D --defined-only "$library" | awk '$2 != "A" && $3 !~ /@@ORVELLA_[0-9.]+$/ { print $3 }')
+# Each name carries a version, so that programs say which library they were linked with. (Windows knows none.)
+case $library in *.dll) ;; *) unversioned=$("$nm" -D --defined-only "$library" | awk '$2 != "A" && $3 !~ /@@ORVELLA_[0-9.]+$/ { print $3 }') ;; esac
 [ -z "$unversioned" ] || { echo "without a symbol version: $unversioned"; exit 1; }
 
 # Both faces are complete: a name more or less is a decision, not an accident.

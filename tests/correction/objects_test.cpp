@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <dlfcn.h>
-#include <sys/mman.h>
 
 #include <array>
 #include <cmath>
@@ -17,6 +16,7 @@
 #include "correction/registry.h"
 #include "orvella/exceptions.hpp"
 #include "orvella/orv.h"
+#include "support/pages.h"
 
 namespace {
 
@@ -87,11 +87,9 @@ TEST(ColorCorrectionObjects, AreTakenOutOfTheSetOnce) {
 }
 
 TEST(ColorCorrectionObjects, AreNotReadWhenDestroyed) {
-    void* page = mmap(nullptr, 4096, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    ASSERT_NE(page, MAP_FAILED);
-    EXPECT_EQ(OrvDestroyColorCorrection(page), OrvErrorBadParameter);
+    const support::Pages page(support::Pages::size);
+    EXPECT_EQ(OrvDestroyColorCorrection(page.data()), OrvErrorBadParameter);
     EXPECT_EQ(OrvDestroyColorCorrection(nullptr), OrvErrorBadParameter);
-    munmap(page, 4096);
 }
 
 TEST(ColorCorrectionObjects, CanBeMadeAndDestroyedByManyThreads) {

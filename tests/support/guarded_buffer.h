@@ -1,12 +1,12 @@
 // Memory between two inaccessible pages: a byte read or written outside ends the test.
 #pragma once
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <new>
 #include <span>
+
+#include "support/pages.h"
 
 namespace support {
 
@@ -15,21 +15,16 @@ enum class Place { atStart, atEnd }; // right behind the first guard page, or ri
 // Pages for one buffer at a time, so that a test of many sizes maps them once.
 class GuardedMemory {
 public:
-    explicit GuardedMemory(std::size_t capacity) : pages_((capacity + page - 1) / page * page) {
-        void* memory = mmap(nullptr, pages_ + 2 * page, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-        if (memory == MAP_FAILED) throw std::bad_alloc();
-        mapping_ = static_cast<std::uint8_t*>(memory);
-        if (pages_ > 0 && mprotect(mapping_ + page, pages_, PROT_READ | PROT_WRITE) != 0) throw std::bad_alloc();
+    explicit GuardedMemory(std::size_t capacity)
+        : size_((capacity + Pages::size - 1) / Pages::size * Pages::size), pages_(size_ + 2 * Pages::size) {
+        pages_.open(Pages::size, size_);
     }
-    ~GuardedMemory() { munmap(mapping_, pages_ + 2 * page); }
-    GuardedMemory(const GuardedMemory&) = delete;
-    GuardedMemory& operator=(const GuardedMemory&) = delete;
 
     // A buffer `shift` bytes away from its guard page. What is left around it is filled with canaries.
     [[nodiscard]] std::span<std::uint8_t> place(std::size_t size, Place place, std::size_t shift = 0) {
-        if (size + shift > pages_) throw std::bad_alloc();
-        start_ = place == Place::atStart ? shift : pages_ - size - shift;
-        size_ = size;
+        if (size + shift > size_) throw std::bad_alloc();
+        start_ = place == Place::atStart ? shift : size_ - size - shift;
+        placedSize_ = size;
         for (const auto side : {before(), behind()}) std::ranges::fill(side, canary);
         return {placed(), size};
     }
@@ -41,21 +36,21 @@ public:
     }
 
 private:
-    static constexpr std::size_t page = 4096, watched = 128; // bytes on either side that hold canaries
+    static constexpr std::size_t watched = 128; // bytes on either side that hold canaries
     static constexpr std::uint8_t canary = 0xC5;
 
-    [[nodiscard]] std::uint8_t* placed() const { return mapping_ + page + start_; }
+    [[nodiscard]] std::uint8_t* placed() const { return pages_.data() + Pages::size + start_; }
     [[nodiscard]] std::span<std::uint8_t> before() const {
         const std::size_t count = std::min(watched, start_);
         return {placed() - count, count};
     }
     [[nodiscard]] std::span<std::uint8_t> behind() const {
-        return {placed() + size_, std::min(watched, pages_ - start_ - size_)};
+        return {placed() + placedSize_, std::min(watched, size_ - start_ - placedSize_)};
     }
 
-    std::size_t pages_;
-    std::uint8_t* mapping_;
-    std::size_t start_ = 0, size_ = 0; // of the buffer placed last
+    std::size_t size_; // between the guard pages
+    Pages pages_;
+    std::size_t start_ = 0, placedSize_ = 0; // of the buffer placed last
 };
 
 // One buffer with memory of its own.
