@@ -7,7 +7,7 @@
 namespace kel {
 namespace {
 
-// Each pixel with chroma of its own, and each pair of pixels.
+// Each pixel with chroma of its own, and each pair of pixels. u, v: 4 U and 4 V.
 struct Yuv {
     Bytes luma;
     Split u, v;
@@ -17,7 +17,7 @@ struct YuvPairs {
     Words u, v;
 };
 // uv: u v u v ..., for each pair
-INLINE YuvPairs sharedChroma(Bytes luma, Bytes uv) { return {luma, firstOfPairs(uv), secondOfPairs(uv)}; }
+INLINE YuvPairs sharedChroma(Bytes luma, Bytes uv) { return {luma, pairSums<4, 0>(uv), pairSums<0, 4>(uv)}; }
 
 // ---- Layouts
 
@@ -25,7 +25,8 @@ INLINE YuvPairs sharedChroma(Bytes luma, Bytes uv) { return {luma, firstOfPairs(
 struct Yuv422Layout : Reader<16> {
     static INLINE YuvPairs samples(const u8* s) {
         const Bytes low = loadLanes(s, 2 * L), high = loadLanes(s + L, 2 * L);
-        return sharedChroma(unzip<1>(low, high), unzip<0>(low, high));
+        const Halves words{as<Words>(low), as<Words>(high)};
+        return sharedChroma(highBytes(words), lowBytes(words));
     }
 };
 
@@ -34,7 +35,7 @@ struct Yuv444Layout : Reader<24> {
     static INLINE Yuv samples(const u8* s) {
         Bytes u, y, v;
         load3(s, u, y, v);
-        return {y, widen(u), widen(v)};
+        return {y, widen<2>(u), widen<2>(v)};
     }
 };
 
@@ -56,7 +57,7 @@ private:
     }
 };
 
-// ---- Chroma rules, with u = U - 128 and v = V - 128
+// ---- Chroma rules, from 4 u and 4 v, where u = U - 128 and v = V - 128
 
 struct Chroma {
     Ints b, g, r;
@@ -64,8 +65,7 @@ struct Chroma {
 
 // x c rounded down, for x = -128..127: the high word of 4 x times 16384 c. With 14 fraction bits the product lies on
 // the right side of every integer, for the four factors below.
-INLINE Ints productDown(Ints x, int k) { return mulHigh(x << 2, as<Ints>(fill(k))); }
-INLINE Ints productTowardZero(Ints x, int k) { return productDown(x, k) - (x >> 15); }
+INLINE Ints productDown(Ints x4, int k) { return mulHigh(x4, as<Ints>(fill(k))); }
 constexpr int blueFromU = 29016;  // 1.771
 constexpr int greenFromU = 5664;  // 0.3457
 constexpr int redFromV = 22974;   // 1.4022
@@ -74,9 +74,11 @@ constexpr int greenFromV = 11705; // 0.7144
 // Each product is truncated on its own:
 //   B = Y + trunc(1.771 u), G = Y + trunc(-0.3457 u) + trunc(-0.7144 v), R = Y + trunc(1.4022 v), clamped to 0..255
 struct TruncatedProducts {
-    static INLINE Chroma of(Ints u, Ints v) {
-        return {productTowardZero(u, blueFromU), -productTowardZero(u, greenFromU) - productTowardZero(v, greenFromV),
-                productTowardZero(v, redFromV)};
+    static INLINE Chroma of(Ints u4, Ints v4) {
+        const Ints lessU = u4 >> 15, lessV = v4 >> 15; // -1 below 0, where the product is rounded up
+        return {productDown(u4, blueFromU) - lessU,
+                lessU + lessV - productDown(u4, greenFromU) - productDown(v4, greenFromV),
+                productDown(v4, redFromV) - lessV};
     }
 };
 
@@ -84,26 +86,26 @@ struct TruncatedProducts {
 //   B = trunc(Y + 1.771 u), G = Y + trunc(-0.3457 u - 0.7144 v), R = trunc(Y + 1.4022 v), clamped to 0..255
 // For B and R that is Y plus the product rounded down, because Y is whole and the clamp takes what is below 0.
 struct TruncatedSums {
-    static INLINE Chroma of(Ints u, Ints v) {
-        return {productDown(u, blueFromU), greenOffset(u, v), productDown(v, redFromV)};
+    static INLINE Chroma of(Ints u4, Ints v4) {
+        return {productDown(u4, blueFromU), greenOffset(u4, v4), productDown(v4, redFromV)};
     }
 
 private:
     // The fractions are exact: no double sum is closer to an integer than 1 / 10000. And a float quotient, which is the
     // nearest one to the exact one, lies on the same side of it.
-    static INLINE Ints greenOffset(Ints u, Ints v) {
+    static INLINE Ints greenOffset(Ints u4, Ints v4) {
         using Floats = VectorOf<float, N>::type;
         const auto quotient = [](Wides sum) {
-            return __builtin_convertvector(__builtin_convertvector(sum, Floats) / 10000.0F, Wides);
+            return __builtin_convertvector(__builtin_convertvector(sum, Floats) / 40000.0F, Wides);
         };
-        const Sums sums = weigh(pairUp(as<Words>(u), as<Words>(v)), PairFactors{-3457, -7144});
+        const Sums sums = weigh(pairUp(as<Words>(u4), as<Words>(v4)), PairFactors{-3457, -7144});
         const Sums offset = clampSums(Sums{quotient(sums.a), quotient(sums.b)}, -128, 127);
         return as<Ints>(wordsOf<16>(Sums{offset.a << 16, offset.b << 16}));
     }
 };
 
 template <class Rule> INLINE Chroma chromaOf(Words u, Words v) {
-    return Rule::of(as<Ints>(u) - 128, as<Ints>(v) - 128);
+    return Rule::of(as<Ints>(u) - 512, as<Ints>(v) - 512);
 }
 
 INLINE Bytes added(Split luma, Split chroma) { return clamp(Split{luma.a + chroma.a, luma.b + chroma.b}); }

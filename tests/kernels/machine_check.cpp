@@ -123,6 +123,8 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE((m::pairSums<1, 1>(a)))
     KEL_COMPARE((m::pairSums<-1, 1>(a)))
     KEL_COMPARE((m::pairSums<1, -1>(a)))
+    KEL_COMPARE((m::pairSums<4, 0>(a)))
+    KEL_COMPARE((m::pairSums<0, 4>(a)))
     KEL_COMPARE(m::weighPairs(a, m::fillBytePairs(77, 29)))
     KEL_COMPARE(m::weighPairs(a, m::fillBytePairs(-128, 112)))
     KEL_COMPARE(m::clampPairs(x >> 6, y >> 6))

@@ -33,7 +33,7 @@
 //     times(w, k)          words times a constant
 //     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
-//     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are 1 or -1
+//     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
 //                          signed bytes, the sum a signed word
 //     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b

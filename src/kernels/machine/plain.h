@@ -93,9 +93,7 @@ INLINE Words weighPairs(Bytes v, Words factors) {
     return firstOfPairs(v) * as<Words>(j) + secondOfPairs(v) * as<Words>(k);
 }
 template <int l, int r> INLINE Words pairSums(Bytes v) {
-    static_assert(l * l == 1 && r * r == 1);
-    const Words first = firstOfPairs(v), second = secondOfPairs(v);
-    return (l > 0 ? first : -first) + (r > 0 ? second : -second);
+    return firstOfPairs(v) * fill(l) + secondOfPairs(v) * fill(r);
 }
 
 INLINE Words clamped(Ints v) {
