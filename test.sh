@@ -4,12 +4,13 @@
 #     ./test.sh        a release build at every instruction-set level that the machine has (and, emulated, on older ones),
 #                      a static library, the installed package, clang, the sanitizers, the formatting
 #     ./test.sh all    what takes longer, too: the Debian packages of the last commit, installed into a fresh Debian 12
+#     MINUTES=N ./test.sh all       begins no step after so many minutes; those that are left out are named
 set -euo pipefail
 cd "$(dirname "$0")"
 case ${1:-} in
 '') all=false ;;
 all) all=true ;;
-*) sed -n '2,6s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+*) sed -n '2,7s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 jobs=$(nproc)
 log=$(mktemp)
@@ -19,6 +20,10 @@ step() { # what it is called, command...
     local name=$1 start=$SECONDS
     shift
     printf '%-58s' "$name"
+    if ((SECONDS > 60 * ${MINUTES:-1000})); then
+        echo "skipped: begins after $MINUTES minutes"
+        return
+    fi
     if ! "$@" >"$log" 2>&1; then
         printf 'failed after %d s\n' $((SECONDS - start))
         # Of many tests, those that failed.
@@ -69,12 +74,12 @@ step "Build with clang's memory sanitizer, up to sse4" build msan
 step "The catalogue with it" run_tests msan
 step "clang-tidy and g++ -fanalyzer over the library" scripts/analyse.sh
 step "Fuzzers, a minute each" fuzz/run.sh 60
-scripts/packages.sh cross
+step "Packages for other machines" scripts/packages.sh cross
 step "aarch64: build" build aarch64
 step "aarch64: tests, in an emulator" run_tests aarch64
 step "Windows: build" build windows
 step "Windows: tests, in Wine" test_in_wine
-scripts/packages.sh web
+step "Packages for browsers" scripts/packages.sh web
 step "WebAssembly" web/run_tests.sh
 step "Debian packages, built twice with the same bytes; lintian" scripts/package.sh --twice
 step "Debian packages in a fresh Debian 12" scripts/try-packages.sh
