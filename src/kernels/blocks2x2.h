@@ -77,6 +77,12 @@ template <class S> INLINE Blocks<SamplesOf<S>> blocksAt(RowPair row, const S& re
             read.template samples<0>(row.second), read.template samples<1>(row.second)};
 }
 
+// N of them that end with the row.
+template <class S> INLINE Blocks<SamplesOf<S>> lastBlocksAt(RowPair row, const S& read) {
+    const SamplesOf<S> a = read.template samples<0>(row.first), c = read.template samples<0>(row.second);
+    return {a, next(a), c, next(c)};
+}
+
 // The last block of a row steps back, to end with it, but begins in an even column: where the width is odd it has N - 1
 // pixels.
 constexpr size_t lastBlock(size_t width) { return width < N ? 0 : (width - N + 1) / 2 * 2; }
@@ -103,9 +109,7 @@ INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, c
     }
     const size_t x = lastBlock(width);
     if (width - x < N) return endOfRow2x2(row, x, width - x, read, sink, rule);
-    const RowPair last = row.from<S>(x);
-    const SamplesOf<S> a = read.template samples<0>(last.first), c = read.template samples<0>(last.second);
-    sink.put(x, rule(Blocks<SamplesOf<S>>{a, next(a), c, next(c)}));
+    sink.put(x, rule(lastBlocksAt(row.from<S>(x), read)));
 }
 
 // The sink that packs a row of pixels into memory.

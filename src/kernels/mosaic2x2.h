@@ -124,11 +124,12 @@ __attribute__((noinline)) void strip2x2(u8* d, const u8* s, size_t width, size_t
     const Demosaic2x2<Samples> demosaic(phase);
     const size_t sourcePitch = width * row.bits / 8, pitch = width * W::bytes;
     s += strip.x * row.bits / 8, d += strip.x * W::bytes;
+    const size_t last = lastBlock(strip.n), pixelsInLast = strip.n - last;
     const auto unpack = [&](size_t y) {
         u8* line = lines[y % 2];
         row.unpack(line, s + y * sourcePitch, strip.last ? strip.n : strip.n + 1, row.reader);
         if (strip.n < N) Line::endAt(line, N);
-        if (strip.last) Line::endAt(line, strip.n);
+        if (pixelsInLast < N) Line::endAt(line, strip.n);
     };
     unpack(0);
     for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
@@ -136,10 +137,11 @@ __attribute__((noinline)) void strip2x2(u8* d, const u8* s, size_t width, size_t
         const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
         const RowSink<W> sink{d, write};
         const auto pixels = [&](size_t x) { return demosaic(blocksAt(rows.from<Line>(x), Line())); };
-        for (size_t x = 0; x + N <= strip.n; x += N) sink.put(x, pixels(x));
-        if (strip.n % N == 0) continue;
-        const size_t x = lastBlock(strip.n), n = strip.n - x;
-        n == N ? sink.put(x, pixels(x)) : sink.putPart(x, pixels(x), n);
+        for (size_t x = 0; x + N < strip.n + !strip.last; x += N) sink.put(x, pixels(x));
+        if (pixelsInLast < N)
+            sink.putPart(last, pixels(last), pixelsInLast);
+        else if (strip.last)
+            sink.put(last, demosaic(lastBlocksAt(rows.from<Line>(last), Line())));
     }
 }
 

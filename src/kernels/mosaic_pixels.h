@@ -87,6 +87,7 @@ INLINE void storeBgr(u8* d, const MosaicPixels& p) {
 struct DeepBytes {
     Bytes high, low;
 };
+INLINE DeepBytes next(DeepBytes v) { return {next(v.high), next(v.low)}; }
 // A sample reader of words, that much shallower than 16 bits.
 template <class S> struct DeepSamples : S {
     template <int from> static INLINE DeepBytes samples(const u8* s) {
