@@ -9,7 +9,7 @@ namespace kel {
 Refusal convertRaw16(void* destination, const void* source, u32 width, u32 height, u32 output,
                      const OrvShiftRecord* record) {
     constexpr i32 anyPattern = 0;
-    const auto& kernels = bayerKernels().raw16Shifted;
+    const auto& kernels = bayerKernels(width).raw16Shifted;
     const Refusal refusal =
         firstRefusal({checkMosaic<const void>({destination, source, width, height, output, anyPattern}),
                       {record, Refusal::record},

@@ -47,6 +47,7 @@ constexpr BayerKernels bayerKernels{
     .raw12ToBgr48 = mosaic2x2Kernel<Samples12Packed, WriterOf<OrvOutputBgr48>>,
     .raw16ToBgr48 = mosaic2x2Kernel<Raw16BigEndian, WriterOf<OrvOutputBgr48>>,
     .raw16ToMono16 = mosaic2x2Kernel<Raw16BigEndian, WriterOf<OrvOutputMono16>>,
+    .block = N,
 };
 
 } // namespace KEL_LEVEL

@@ -17,7 +17,7 @@ struct Free {
 } // namespace
 
 Refusal convert(const MosaicFamily& family, const MosaicCall& call) {
-    const Mosaic kernel = family.kernel(call.output);
+    const Mosaic kernel = family.kernel(bayerKernels(call.width - family.borders), call.output);
     const Refusal refusal = firstRefusal({checkMosaic(call), {kernel != nullptr, Refusal::notOffered}});
     return unlessRefused(refusal, [&] {
         // NOLINTNEXTLINE(clang-analyzer-core.CallAndMessage): refused where it is null
@@ -26,7 +26,7 @@ Refusal convert(const MosaicFamily& family, const MosaicCall& call) {
 }
 
 Refusal convert(const FilteredFamily& family, const FilteredCall& call) {
-    const FilteredMosaic kernel = family.kernel(call.output);
+    const FilteredMosaic kernel = family.kernel(bayerKernels(call.width), call.output);
     const Refusal refusal = firstRefusal({checkMosaic(call), {kernel != nullptr, Refusal::notOffered}});
     return unlessRefused(refusal, [&] {
         const std::unique_ptr<u8, Free> scratch(static_cast<u8*>(std::malloc(scratchSize(call.width))));

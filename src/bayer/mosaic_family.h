@@ -1,15 +1,16 @@
 // Transforms of mosaics. What differs between the sources and the methods is data.
 #pragma once
-#include "kernels/table.h"
+#include "bayer/bayer_kernels.h"
 #include "support/refusal.h"
 
 namespace kel {
 
 struct MosaicFamily {
-    Mosaic (*kernel)(u32 output); // null: not offered
+    Mosaic (*kernel)(const BayerKernels&, u32 output); // null: not offered
+    u32 borders = 0;                                   // columns that are copies of their neighbours
 };
 struct FilteredFamily { // overwrites the source
-    FilteredMosaic (*kernel)(u32 output);
+    FilteredMosaic (*kernel)(const BayerKernels&, u32 output);
 };
 
 template <class Source> struct MosaicArguments {
