@@ -22,10 +22,9 @@ jobs=$(nproc)
 work=out/proof
 mkdir -p $work
 
-build() { # preset, target
-    scripts/packages.sh "$3"
-    cmake --preset "$1" >/dev/null
-    cmake --build --preset "$1" --parallel "$jobs" --target $2 >/dev/null
+build() { # preset, target, packages
+    scripts/packages.sh "$3" && cmake --preset "$1" >/dev/null &&
+        cmake --build --preset "$1" --parallel "$jobs" --target "$2" >/dev/null
 }
 say() { printf '%s  %s\n' "$(date +%T)" "$*"; }
 
@@ -39,25 +38,33 @@ run_batches() {
     done
     local status=0
     for pid in "${pids[@]}"; do wait "$pid" || status=1; done
-    scripts/docs/proof.py differential "$name" "$title" "scripts/prove.sh --hours $hours ${proofs[*]}" "$work/$name.jsonl"
+    scripts/docs/proof.py differential "$name" "$title" "scripts/prove.sh --hours $hours ${proofs[*]}" "$work/$name.jsonl" ||
+        status=1
     return $status
 }
 
 differential() {
-    build release orvella_differential test
+    build release orvella_differential test || return 1
     run_batches differential "Random conversions, this machine" "$seconds" "" build/release/proof/orvella_differential
 }
 
 emulated() {
-    build release orvella_differential test
-    local cpu
+    build release orvella_differential test || return 1
+    local cpu status=0
     for cpu in qemu64 Nehalem Haswell; do
-        run_batches "differential-$cpu" "Random conversions, emulated $cpu" $((seconds / 4)) "qemu-x86_64 -cpu $cpu" \
-            build/release/proof/orvella_differential
+        run_batches "differential-$cpu" "Random conversions, emulated $cpu" $((seconds / 5)) "qemu-x86_64 -cpu $cpu" \
+            build/release/proof/orvella_differential || status=1
     done
-    build aarch64 orvella_differential cross
-    run_batches differential-aarch64 "Random conversions, emulated aarch64" $((seconds / 4)) \
-        "qemu-aarch64 -L /usr/aarch64-linux-gnu" build/aarch64/proof/orvella_differential
+    build aarch64 orvella_differential cross || return 1
+    run_batches differential-aarch64 "Random conversions, emulated aarch64" $((seconds / 5)) \
+        "qemu-aarch64 -L /usr/aarch64-linux-gnu" build/aarch64/proof/orvella_differential || status=1
+    export NODE_PATH=/usr/share/nodejs
+    scripts/packages.sh web && cmake --preset web -B build/web-proof -DORVELLA_PROOF=ON >/dev/null &&
+        cmake --build build/web-proof --parallel "$jobs" --target orvella_differential >/dev/null || return 1
+    # With node's fetch, emscripten's loader takes the module's path for an address.
+    run_batches differential-webassembly "Random conversions, WebAssembly in node" $((seconds / 5)) \
+        "node --no-experimental-fetch" build/web-proof/proof/orvella_differential.js || status=1
+    return $status
 }
 
 fuzzers() { fuzz/run.sh "$seconds" $work "scripts/prove.sh --hours $hours ${proofs[*]}"; }

@@ -59,7 +59,7 @@ def record(name, title, command, figures, of):
 
 def shown(figures):
     """1,000,000,000 conversions; levels plain, sse4; ..."""
-    return "; ".join(f"{value:,} {key}" if isinstance(value, int) else f"{key} {value}"
+    return "; ".join(f"{value:,} {key}" if isinstance(value, int) else f"{key}: {value}"
                      for key, value in figures.items())
 
 
