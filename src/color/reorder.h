@@ -87,10 +87,11 @@ template <int vectors> INLINE void swapTriples(u8* d, const u8* s) {
 }
 inline void swap24Kernel(u8* d, const u8* s, size_t n) {
     constexpr size_t step = N / L * (L - 1), steps = 4;
+    const std::uintptr_t distance = prefetchDistance();
     size_t left = 3 * n;
     for (; left > steps * step; left -= steps * step, s += steps * step, d += steps * step) {
-        prefetch<steps * step, false>(s);
-        prefetch<steps * step, true>(d);
+        prefetch<steps * step, false>(s, distance);
+        prefetch<steps * step, true>(d, distance);
         swapTriples<steps>(d, s);
     }
     for (; left > step; left -= step, s += step, d += step) swapTriples<1>(d, s);

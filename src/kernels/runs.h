@@ -42,9 +42,10 @@ template <class Ahead, class Step> INLINE void eachBlock(size_t blocks, const Ah
 // Forward, and each block is read before it is written: works in place where a pixel does not grow.
 template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const R& read, const W& write) {
     constexpr size_t sourceBytes = N * R::bits / 8, bytes = N * W::bytes;
+    const std::uintptr_t distance = prefetchDistance();
     const auto ahead = [&] {
-        prefetch<blocksAtOnce * sourceBytes, false>(s);
-        prefetch<blocksAtOnce * bytes, true>(d);
+        prefetch<blocksAtOnce * sourceBytes, false>(s, distance);
+        prefetch<blocksAtOnce * bytes, true>(d, distance);
     };
     eachBlock(n / N, ahead, [&] {
         write.put(d, read.get(s));

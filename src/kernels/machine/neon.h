@@ -43,6 +43,7 @@ INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
 constexpr bool separatesAsItLoads = true;
 
 using plain::prefetch;
+using plain::prefetchDistance;
 using plain::storeQuads;
 
 // ---- Bytes and words

@@ -67,6 +67,7 @@ INLINE void storeQuads(u8* d, Bytes v) {
 #endif
 
 using plain::prefetch;
+using plain::prefetchDistance;
 
 // ---- Bytes and words
 
