@@ -7,7 +7,7 @@
 if(CMAKE_CXX_BYTE_ORDER STREQUAL BIG_ENDIAN)
   message(FATAL_ERROR "Orvella's kernels are written for little-endian machines")
 elseif(EMSCRIPTEN)
-  set(ORVELLA_LEVELS sse4) # by emscripten's headers, in WebAssembly's vectors of 16 bytes
+  set(ORVELLA_LEVELS wasm) # as sse4, by emscripten's headers
 elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
   set(ORVELLA_LEVELS plain sse4 avx2 avx512)
 elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64" AND NOT ORVELLA_SIMD_LEVEL STREQUAL plain)
@@ -16,6 +16,7 @@ else()
   set(ORVELLA_LEVELS plain)
 endif()
 set(ORVELLA_FEATURES_sse4 ssse3 sse4.1)
+set(ORVELLA_FEATURES_wasm ${ORVELLA_FEATURES_sse4} simd128)
 set(ORVELLA_FEATURES_avx2 avx2)
 set(ORVELLA_FEATURES_avx512 avx512f avx512bw avx512vl avx512vbmi avx512vnni) # Ice Lake, Zen 4 and later
 
@@ -54,9 +55,6 @@ function(orvella_add_per_level name)
       ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
     target_compile_definitions(${objects} PRIVATE ORVELLA_STATIC KEL_LEVEL=${level} $<$<STREQUAL:${level},plain>:KEL_PLAIN>)
     list(TRANSFORM ORVELLA_FEATURES_${level} PREPEND -m OUTPUT_VARIABLE flags)
-    if(EMSCRIPTEN)
-      list(APPEND flags -msimd128)
-    endif()
     if(MINGW)
       # g++ takes the stack to be aligned for vectors of 32 bytes and more, which it is not on Windows (bug 54412).
       list(APPEND flags -Wa,-muse-unaligned-vector-move)

@@ -15,6 +15,7 @@ wants "WebAssembly" em++ node || exit 0
 cmake --preset web
 cmake --build --preset web --parallel "$(nproc)"
 node --test web/tests/module.test.mjs
+node build/web/web/orvella_machine_operations.js
 
 wants "the viewer" esbuild chromium chromedriver || exit 0
 /usr/bin/python3 -c 'import selenium' 2>/dev/null || { echo "Skipped: the viewer, as python3-selenium is missing"; exit 0; }
