@@ -3,14 +3,15 @@
 #
 #     ./test.sh        a release build at every instruction-set level that the machine has (and, emulated, on older ones),
 #                      a static library, the installed package, clang, the sanitizers, the formatting
-#     ./test.sh all    what takes longer, too: the Debian packages of the last commit, installed into a fresh Debian 12
+#     ./test.sh all    what takes longer, too: clang's memory and conversion sanitizers, two analysers, other machines, and
+#                      the Debian packages of the last commit, installed into a fresh Debian 12
 #     MINUTES=N ./test.sh all       begins no step after so many minutes; those that are left out are named
 set -euo pipefail
 cd "$(dirname "$0")"
 case ${1:-} in
 '') all=false ;;
 all) all=true ;;
-*) sed -n '2,7s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
+*) sed -n '2,8s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
 esac
 jobs=$(nproc)
 log=$(mktemp)
@@ -72,6 +73,8 @@ $all || exit 0
 # ---- What takes longer
 step "Build with clang's memory sanitizer, up to sse4" build msan
 step "The catalogue with it" run_tests msan
+step "Build that watches conversions of values, lowest level" build ubsan
+step "Tests with it" run_tests ubsan
 step "clang-tidy and g++ -fanalyzer over the library" scripts/analyse.sh
 step "Fuzzers, a minute each" fuzz/run.sh 60
 step "Packages for other machines" scripts/packages.sh cross
