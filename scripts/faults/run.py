@@ -123,7 +123,7 @@ def main():
     parser.add_argument("--work", type=pathlib.Path, default=ROOT / "out/faults", help="where the copy is built")
     parser.add_argument("--level", default="sse4", help="the highest instruction-set level that is built")
     parser.add_argument("--again", action="store_true", help="try all anew")
-    parser.add_argument("--minutes", type=float, default=1e9, help="begin no fault after this time")
+    parser.add_argument("--minutes", type=float, default=1e9, help="begin no fault after this time; 0: only report")
     parser.add_argument("--report", type=pathlib.Path, help="write the figures to this JSON file")
     parser.add_argument("-j", "--jobs", type=int, default=2)
     options = parser.parse_args()
@@ -142,6 +142,8 @@ def main():
     verdicts = json.loads(store.read_text()) if store.exists() and not options.again else {}
     left = [fault for fault in chosen if not verdicts.get(fault.key(path), "").startswith("caught")]
     start = time.monotonic()
+    if options.minutes <= 0:
+        left = []
     if left:
         tree = Tree(path, options.level, options.jobs)
         if (built := tree.build()).returncode != 0:
@@ -159,21 +161,22 @@ def main():
     of = {fault: verdicts.get(fault.key(path), "not tried") for fault in chosen}
     caught = [fault for fault in chosen if of[fault].startswith("caught")]
     harmless = [fault for fault in chosen if fault.harmless and fault not in caught]
-    uncaught = [fault for fault in chosen if fault not in caught and fault not in harmless]
-    for fault in uncaught:
+    untried = [fault for fault in chosen if of[fault] == "not tried" and fault not in harmless]
+    uncaught = [fault for fault in chosen if fault not in [*caught, *harmless, *untried]]
+    for fault in [*uncaught, *untried]:
         print(f"{of[fault]}: {fault}")
     print(f"{len(caught)} of {len(caught) + len(uncaught)} faults that change a result are caught; "
-          f"{len(harmless)} change none, {len(stale)} are stale")
+          f"{len(harmless)} change none, {len(untried)} were not tried, {len(stale)} are stale")
     if options.report:
         revision = subprocess.check_output(["git", "rev-parse", "--short", options.revision or "HEAD"], cwd=ROOT, text=True)
         options.report.write_text(json.dumps({
             "title": "Deliberate faults", "command": "scripts/faults/run.py", "date": f"{datetime.date.today()}",
             "commit": revision.strip(), "figures": {
                 "faults": len(chosen), "caught": len(caught), "not caught": len(uncaught), "change no result": len(harmless),
-                "stale": len(stale), "levels": f"plain to {options.level}"},
+                "not tried": len(untried), "stale": len(stale), "levels": f"plain to {options.level}"},
             "uncaught": [f"{of[fault]}: {fault}" for fault in uncaught],
             "harmless": [f"{fault}: {fault.harmless}" for fault in harmless]}, indent=1) + "\n")
-    return 0 if not uncaught and not stale else 1
+    return 0 if not uncaught and not untried and not stale else 1
 
 
 if __name__ == "__main__":

@@ -56,7 +56,7 @@ TEST(ImageInfo, KnowsTheOutputsByName) {
         {"MONO8", 0},    {"MONO8_REC601", 0}, {"BGR8", 1},          {"BGR24", 1},  {"BGRA32", 2},
         {"RGB8", 3},     {"RGB24", 3},        {"RGBA32", 4},        {"UYVY", 6},   {"YUV422", 6},
         {"MONO16", 7},   {"MONO8_REC709", 5}, {"BGR48", 9},         {"RGB48", 10}, {"bgr24", 1},
-        {"yCbCr422", 6}, {"rgbA32", 4},       {"MONO16_REC601", 7}, {"Bgr24", 1},  {"mono16_Rec709", 8}};
+        {"yCbCr422", 6}, {"rgba32", 4},       {"MONO16_REC601", 7}, {"Bgr24", 1},  {"mono16_Rec709", 8}};
     for (const auto& [name, code] : names) {
         SCOPED_TRACE(name);
         OrvImage image = filledImage();
