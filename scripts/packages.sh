@@ -8,7 +8,7 @@
 set -euo pipefail
 
 build=(g++ cmake make pkg-config libcli11-dev libpng-dev libtiff-dev libaravis-dev libusb-1.0-0-dev)
-test=("${build[@]}" gcc libgtest-dev clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 qemu-user binutils abigail-tools help2man
+test=("${build[@]}" gcc libgtest-dev clang-14 libclang-rt-14-dev clang-format-14 clang-tidy-14 qemu-user binutils abigail-tools gcovr help2man
     libopencv-imgproc-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
     python3-numpy python3-pytest python3-hypothesis python3-pip python3-venv python3-wheel mypy
     mkdocs mkdocs-material python3-pil python3-gi gir1.2-aravis-0.8 python3-distributed qtbase5-dev libeigen3-dev)
