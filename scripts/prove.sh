@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs what takes hours, and writes its results to docs/proof/ and docs/proof.md.
 #
-#     scripts/prove.sh [--hours N] [differential] [emulated] [fuzzers] [faults] [coverage]
+#     scripts/prove.sh [--hours N] [differential] [emulated] [fuzzers] [faults] [sanitizers] [coverage]
 #
 # The hours (1) are shared by what is asked for, which is everything unless said. Random conversions of the same commit and
 # faults go on where the last run ended.
@@ -10,7 +10,7 @@ cd "$(dirname "$0")/.."
 
 hours=1
 if [ "${1:-}" = --hours ]; then hours=${2:?of hours} && shift 2; fi
-proofs=("${@:-differential emulated fuzzers faults coverage}")
+proofs=("${@:-differential emulated fuzzers faults sanitizers coverage}")
 read -ra proofs <<<"${proofs[*]}"
 if ! git diff --quiet HEAD -- . ':!docs'; then
     echo "Results are of a commit: commit the changes first" >&2
@@ -75,6 +75,28 @@ faults() {
     scripts/faults/run.py --revision HEAD -j "$jobs" --minutes $((seconds / 60)) --report docs/proof/faults.json
 }
 
+# name, preset, title, options of ctest
+watch() {
+    local name=$1 preset=$2 title=$3 status=0
+    shift 3
+    say "$title"
+    cmake --preset "$preset" >/dev/null && cmake --build --preset "$preset" --parallel "$jobs" >/dev/null || return
+    ctest --preset "$preset" --parallel "$jobs" "$@" >$work/$name.log 2>&1 || status=1
+    scripts/docs/proof.py ctest "$name" "$title" "scripts/prove.sh sanitizers" $work/$name.log
+    return $status
+}
+
+sanitizers() {
+    local status=0
+    scripts/packages.sh test
+    watch unknown-bytes msan "Memory sanitizer over the catalogue, widths 1 to 130, levels plain and sse4" || status=1
+    watch threads tsan "Thread sanitizer: every function at once, objects while the process exits" || status=1
+    watch conversions-of-values ubsan "Clang: no conversion in src/ loses a value or a sign unsaid" || status=1
+    ORVELLA_EVERY_WIDTH=1 watch guards release "Guard pages: widths 1 to 130 and around every block, every level" \
+        -R '^conversions\.' -LE emulated || status=1
+    return $status
+}
+
 coverage() {
     say "Coverage"
     scripts/packages.sh test
@@ -84,7 +106,7 @@ coverage() {
 status=0
 for proof in "${proofs[@]}"; do
     case $proof in
-    differential | emulated | fuzzers | faults | coverage) $proof || status=1 ;;
+    differential | emulated | fuzzers | faults | sanitizers | coverage) $proof || status=1 ;;
     *) sed -n '2,7s/^# \{0,1\}//p' "$0" >&2; exit 2 ;;
     esac
 done

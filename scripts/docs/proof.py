@@ -3,6 +3,7 @@
 
     proof.py differential NAME TITLE COMMAND STATE    the batches of the last commit in a state of orvella_differential
     proof.py fuzzer NAME TITLE COMMAND LOG            what libFuzzer printed
+    proof.py ctest NAME TITLE COMMAND LOG             what ctest printed
     proof.py [--check]                                only writes the table, or says whether it is up to date
 
 Other scripts (coverage.py, faults/run.py) write their files themselves; lists in these are named below the table.
@@ -50,6 +51,11 @@ def fuzzer(log):
             "findings": len(re.findall(r"ERROR: |runtime error:", text))}, commit()
 
 
+def ctest(log):
+    failed, tests = re.findall(r"(\d+) tests failed out of (\d+)", pathlib.Path(log).read_text(errors="replace"))[-1]
+    return {"tests": int(tests), "failures": int(failed)}, commit()
+
+
 def record(name, title, command, figures, of):
     result = {"title": title, "command": command, "date": datetime.date.today().isoformat(), "commit": of,
               "figures": figures}
@@ -79,7 +85,7 @@ def page():
 def main(arguments):
     if arguments == ["--check"]:
         return 0 if PAGE.read_text() == page() else "docs/proof.md is not what scripts/docs/proof.py makes of docs/proof/"
-    kinds = {"differential": differential, "fuzzer": fuzzer}
+    kinds = {"differential": differential, "fuzzer": fuzzer, "ctest": ctest}
     if len(arguments) == 5 and arguments[0] in kinds:
         kind, name, title, command, source = arguments
         record(name, title, command, *kinds[kind](source))
