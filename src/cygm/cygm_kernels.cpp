@@ -27,15 +27,6 @@ template <class W> void cygmKernel(u8* d, const u8* s, size_t width, size_t heig
 
 // ---- Binning: one pixel for each block of columns 2c, 2c + 1 and lines 2r, 2r + 1
 
-// Words of N pixels, clamped to bytes.
-INLINE Bytes clampHalves(Ints a, Ints b) {
-    const auto clamped = [](Ints v) {
-        v = v > 0 ? v : Ints{};
-        return v < 255 ? v : Ints{} + 255;
-    };
-    return unzip<0>(as<Bytes>(clamped(a)), as<Bytes>(clamped(b)));
-}
-
 // N pixels from 2 N samples of each line.
 INLINE Rgb binnedBlock(const u8* upper, const u8* lower, const CygmFactors& factors) {
     const Halves u = loadHalves(upper), l = loadHalves(lower);

@@ -19,8 +19,7 @@ template <Endian endian> struct Mono16MainByte : Reader<16> {
 // Grey in colour: blue goes up one step by bit 6 of a fraction byte and red by bit 7, so that a display shows more than
 // 256 grey levels.
 INLINE Rgb tinted(Bytes main, Bytes fraction) {
-    const Bytes step = select(as<Bytes>(main == 255), Bytes{}, Bytes{} + static_cast<u8>(1));
-    return {main + (fraction >> 7 & step), main, main + (fraction >> 6 & step)};
+    return {addSaturated(main, fraction >> 7), main, addSaturated(main, fraction >> 6 & 1)};
 }
 
 // 16 bits used, in colour. (In the luma outputs the steps vanish: 77 + 29 and 54 + 18 + 128 stay below 256.)

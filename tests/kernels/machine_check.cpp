@@ -117,6 +117,8 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE(m::meanUp(v, w))
     KEL_COMPARE(m::mean(a, b))
     KEL_COMPARE(m::mean(v, w))
+    KEL_COMPARE(m::mean(a, b, as<Bytes>(v), as<Bytes>(w)))
+    KEL_COMPARE(m::addSaturated(a, b))
     KEL_COMPARE(m::swapped(w))
     KEL_COMPARE(m::times(w, 107))
     KEL_COMPARE(m::mulHigh(x, as<Ints>(y == -0x8000 ? as<Words>(y) + 1 : as<Words>(y))))
@@ -127,6 +129,7 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE((m::pairSums<0, 4>(a)))
     KEL_COMPARE(m::weighPairs(a, m::fillBytePairs(77, 29)))
     KEL_COMPARE(m::weighPairs(a, m::fillBytePairs(-128, 112)))
+    KEL_COMPARE(m::clampHalves(x >> 6, y >> 6))
     KEL_COMPARE(m::clampPairs(x >> 6, y >> 6))
     KEL_COMPARE(m::clampPairs(x, y))
     return nullptr;

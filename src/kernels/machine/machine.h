@@ -30,6 +30,8 @@
 //     exchange(mask, a, b) changes over the bytes of a and b where the mask has 255, not 0
 //     meanUp(a, b)         (a + b + 1) >> 1, of bytes or words
 //     mean(a, b)           (a + b) >> 1
+//     mean(a, b, c, d)     (a + b + c + d) >> 2, of bytes
+//     addSaturated(a, b)   bytes, at most 255
 //     swapped(w)           words in the other byte order
 //     times(w, k)          words times a constant
 //     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows
@@ -37,6 +39,7 @@
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
 //                          signed bytes, the sum a signed word
+//     clampHalves(a, b)    words as bytes, clamped to 0..255: in each lane those of a, then those of b
 //     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b
 //     lowBytes(h), highBytes(h)   of the words of Halves
 //     inRow(v)             the first halves of all lanes, then the second ones

@@ -1,4 +1,5 @@
 // aarch64, which separates and interleaves pixels as it loads and stores, and whose products widen and add.
+// (clang has macros for many of the intrinsics: no braces in their arguments.)
 #pragma once
 #include <arm_neon.h>
 
@@ -30,21 +31,25 @@ INLINE void load4(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
     a = as<Bytes>(v.val[0]), b = as<Bytes>(v.val[1]), c = as<Bytes>(v.val[2]);
 }
 template <int unit> INLINE void store3(u8* d, size_t, Bytes a, Bytes b, Bytes c) {
+    const uint8x16x3_t bytes{{u8x16(a), u8x16(b), u8x16(c)}};
+    const uint16x8x3_t words{{as<uint16x8_t>(a), as<uint16x8_t>(b), as<uint16x8_t>(c)}};
     if constexpr (unit == 1)
-        vst3q_u8(d, {{u8x16(a), u8x16(b), u8x16(c)}});
+        vst3q_u8(d, bytes);
     else
-        vst3q_u16(reinterpret_cast<u16*>(d), {{as<uint16x8_t>(a), as<uint16x8_t>(b), as<uint16x8_t>(c)}});
+        vst3q_u16(reinterpret_cast<u16*>(d), words);
 }
 template <int unit> INLINE void store3(u8* d, size_t step, Bytes v) { store3<unit>(d, step, v, v, v); }
 INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) {
-    vst4q_u8(d, {{u8x16(a), u8x16(b), u8x16(c), vld4q_u8(d).val[3]}});
+    const uint8x16x4_t pixels{{u8x16(a), u8x16(b), u8x16(c), vld4q_u8(d).val[3]}};
+    vst4q_u8(d, pixels);
 }
 INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
 constexpr bool separatesAsItLoads = true;
 
-using plain::prefetch;
-using plain::prefetchDistance;
 using plain::storeQuads;
+// These cores prefetch streams by themselves; whether ours would help was not measured.
+INLINE std::uintptr_t prefetchDistance() { return 0; }
+template <size_t bytes, bool forWriting> INLINE void prefetch(const u8*, std::uintptr_t = 0) {}
 
 // ---- Bytes and words
 
@@ -62,6 +67,15 @@ INLINE Words meanUp(Words a, Words b) { return as<Words>(vrhaddq_u16(u16x8(a), u
 INLINE Bytes mean(Bytes a, Bytes b) { return as<Bytes>(vhaddq_u8(u8x16(a), u8x16(b))); }
 INLINE Words mean(Words a, Words b) { return as<Words>(vhaddq_u16(u16x8(a), u16x8(b))); }
 
+INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
+    const uint8x16_t x = u8x16(a), y = u8x16(b), z = u8x16(c), w = u8x16(d);
+    const uint16x8_t low = vaddl_u8(vget_low_u8(x), vget_low_u8(y)), high = vaddl_high_u8(x, y);
+    const uint16x8_t lows = vaddw_u8(vaddw_u8(low, vget_low_u8(z)), vget_low_u8(w));
+    return as<Bytes>(vshrn_high_n_u16(vshrn_n_u16(lows, 2), vaddw_high_u8(vaddw_high_u8(high, z), w), 2));
+}
+
+INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(vqaddq_u8(u8x16(a), u8x16(b))); }
+
 INLINE Words swapped(Words w) { return as<Words>(vrev16q_u8(as<uint8x16_t>(w))); }
 
 using plain::shiftUp;
@@ -76,9 +90,9 @@ template <int l, int r> INLINE Words pairSums(Bytes v) {
     if constexpr (l == 1 && r == 1) return as<Words>(vpaddlq_u8(u8x16(v)));
     return plain::pairSums<l, r>(v);
 }
+INLINE Bytes clampHalves(Ints a, Ints b) { return as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(a)), s16x8(b))); }
 INLINE Bytes clampPairs(Ints a, Ints b) {
-    const Bytes clamped = as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(a)), s16x8(b)));
-    return arrange(clamped, [](int i) { return i / 2 + i % 2 * (N / 2); });
+    return arrange(clampHalves(a, b), [](int i) { return i / 2 + i % 2 * (N / 2); });
 }
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
@@ -95,7 +109,7 @@ template <int shift = 0> INLINE Split widen(Bytes v) {
 }
 INLINE Bytes lowBytes(Split s) { return unzip<0>(as<Bytes>(s.a), as<Bytes>(s.b)); }
 INLINE Bytes highBytes(Split s) { return unzip<1>(as<Bytes>(s.a), as<Bytes>(s.b)); }
-INLINE Bytes clamp(Split s) { return as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(s.a)), s16x8(s.b))); }
+INLINE Bytes clamp(Split s) { return clampHalves(as<Ints>(s.a), as<Ints>(s.b)); }
 INLINE Halves inOrder(Split s) { return {s.a, s.b}; }
 INLINE Split forPairs(Words w) {
     const uint16x8x2_t pairs = vzipq_u16(u16x8(w), u16x8(w));

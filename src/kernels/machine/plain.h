@@ -73,6 +73,16 @@ INLINE void exchange(Bytes mask, Bytes& a, Bytes& b) {
 
 template <class V> INLINE V meanUp(V a, V b) { return (a | b) - ((a ^ b) >> 1); }
 template <class V> INLINE V mean(V a, V b) { return (a & b) + ((a ^ b) >> 1); }
+INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
+    const Words even = firstOfPairs(a) + firstOfPairs(b) + firstOfPairs(c) + firstOfPairs(d);
+    const Words odd = secondOfPairs(a) + secondOfPairs(b) + secondOfPairs(c) + secondOfPairs(d);
+    return as<Bytes>(even >> 2 | odd >> 2 << 8);
+}
+
+INLINE Bytes addSaturated(Bytes a, Bytes b) {
+    const Bytes sum = a + b;
+    return sum | as<Bytes>(sum < a);
+}
 
 INLINE Words swapped(Words w) { return w << 8 | w >> 8; }
 
@@ -101,6 +111,7 @@ INLINE Words clamped(Ints v) {
     v = v < 255 ? v : Ints{} + 255;
     return as<Words>(v);
 }
+INLINE Bytes clampHalves(Ints a, Ints b) { return unzip<0>(as<Bytes>(clamped(a)), as<Bytes>(clamped(b))); }
 INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(b) << 8); }
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }

@@ -104,6 +104,14 @@ using plain::exchange;
 INLINE Bytes meanUp(Bytes a, Bytes b) { return as<Bytes>(KEL_X86(avg_epu8)(as<Register>(a), as<Register>(b))); }
 INLINE Words meanUp(Words a, Words b) { return as<Words>(KEL_X86(avg_epu16)(as<Register>(a), as<Register>(b))); }
 template <class V> INLINE V mean(V a, V b) { return meanUp(a, b) - ((a ^ b) & 1); }
+// Without widening: the mean of two means, rounded up where both had dropped a half.
+INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
+    const Bytes halfAb = (a ^ b) & 1, halfCd = (c ^ d) & 1;
+    const Bytes ab = mean(a, b), cd = mean(c, d);
+    return meanUp(ab, cd) - ((ab ^ cd) & ~(halfAb & halfCd) & 1);
+}
+
+INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(KEL_X86(adds_epu8)(as<Register>(a), as<Register>(b))); }
 
 INLINE Words swapped(Words w) {
     return as<Words>(permute(as<Bytes>(w), [](int i) { return i ^ 1; }));
@@ -130,9 +138,13 @@ INLINE Words weighPairs(Bytes v, Words factors) {
 
 template <int l, int r> INLINE Words pairSums(Bytes v) { return weighPairs(v, fillBytePairs(l, r)); }
 
+// 16 bytes by 16 bytes, the words of a before those of b.
+INLINE Bytes pack(Ints a, Ints b) { return as<Bytes>(KEL_X86(packus_epi16)(as<Register>(a), as<Register>(b))); }
+INLINE Bytes clampHalves(Ints a, Ints b) {
+    return arrange(pack(a, b), [](int i) { return i / L * L + i % (L / 2) / 8 * 16 + i % L / (L / 2) * 8 + i % 8; });
+}
 INLINE Bytes clampPairs(Ints a, Ints b) {
-    const Bytes packed = as<Bytes>(KEL_X86(packus_epi16)(as<Register>(a), as<Register>(b)));
-    return arrange(packed, [](int i) { return i / 16 * 16 + i % 16 / 2 + i % 2 * 8; });
+    return arrange(pack(a, b), [](int i) { return i / 16 * 16 + i % 16 / 2 + i % 2 * 8; });
 }
 
 #if defined(__AVX512VBMI__)
