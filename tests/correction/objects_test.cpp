@@ -111,6 +111,15 @@ TEST(ColorCorrectionObjects, CanBeMadeAndDestroyedByManyThreads) {
     for (const auto& own : handles) kept().insert(kept().end(), own.begin(), own.end());
 }
 
+// After a fork, the thread that held the lock may be no more: the process must come to its end all the same.
+TEST(ColorCorrectionObjects, AreNotWaitedForWhereAThreadHoldsTheLock) {
+    kel::thread::Mutex mutex;
+    const kel::thread::Guard guard(mutex);
+    bool taken = true;
+    std::thread([&] { taken = mutex.tryLock(); }).join();
+    EXPECT_FALSE(taken);
+}
+
 // A thread that outlives main() goes on making and destroying objects while the process is taken down.
 TEST(ColorCorrectionObjects, CanBeMadeWhileTheProcessExits) {
     const auto exitDuringAStorm = [] {
