@@ -128,8 +128,7 @@ __attribute__((noinline)) void strip2x2(u8* d, const u8* s, size_t width, size_t
     const auto unpack = [&](size_t y) {
         u8* line = lines[y % 2];
         row.unpack(line, s + y * sourcePitch, strip.last ? strip.n : strip.n + 1, row.reader);
-        if (strip.n < N) Line::endAt(line, N);
-        if (pixelsInLast < N) Line::endAt(line, strip.n);
+        if (pixelsInLast < N) Line::endAt(line, last + N), Line::endAt(line, strip.n); // so far vectors read
     };
     unpack(0);
     for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
