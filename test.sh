@@ -51,6 +51,11 @@ test_in_wine() {
         echo "Skipped: Wine does not run here"
     fi
 }
+try_packages() {
+    scripts/try-packages.sh || {
+        [ $? = 77 ] && echo "Skipped: no fresh Debian can be made here"
+    }
+}
 check_format() { git ls-files '*.h' '*.hpp' '*.cpp' '*.c' | xargs clang-format-14 --dry-run -Werror; }
 
 scripts/packages.sh test
@@ -62,9 +67,7 @@ step "Its conversions, its package" run_tests static
 step "Build with clang 14" build clang
 step "Its conversions" run_tests clang
 # Kernels of the higher levels take long to build like this, and guard pages have watched them above.
-level=sse4
-$all && level=avx512
-step "Build with address and undefined sanitizers, up to $level" build asan -DORVELLA_SIMD_LEVEL=$level
+step "Build with address and undefined sanitizers, up to sse4" build asan -DORVELLA_SIMD_LEVEL=sse4
 step "Tests with address and undefined-behaviour sanitizers" run_tests asan
 step "Build with clang's thread sanitizer, lowest level" build tsan
 step "Tests with it" run_tests tsan
@@ -85,4 +88,4 @@ step "Windows: tests, in Wine" test_in_wine
 step "Packages for browsers" scripts/packages.sh web
 step "WebAssembly" web/run_tests.sh
 step "Debian packages, built twice with the same bytes; lintian" scripts/package.sh --twice
-step "Debian packages in a fresh Debian 12" scripts/try-packages.sh
+step "Debian packages in a fresh Debian 12" try_packages

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Installs the packages in a fresh Debian 12 and runs debian/tests there. Needs root and Debian's mirror.
+# Installs the packages in a fresh Debian 12 and runs debian/tests there. Needs root and Debian's mirror; ends with 77 where a
+# fresh Debian cannot be made.
 #
 #     scripts/try-packages.sh [FOLDER]     where scripts/package.sh put them, out/packages by default
 set -euo pipefail
@@ -13,7 +14,7 @@ chmod 755 "$root"
 trap 'rm -rf --one-file-system "$root"' EXIT
 
 echo "A fresh Debian 12"
-debootstrap --variant=minbase bookworm "$root" "$mirror" >"$root.log" 2>&1 || { tail "$root.log"; exit 1; }
+debootstrap --variant=minbase bookworm "$root" "$mirror" >"$root.log" 2>&1 || { tail "$root.log"; exit 77; }
 rm "$root.log"
 mkdir "$root/packages"
 cp "$folder"/*.deb "$root/packages"
