@@ -14,7 +14,7 @@ test=("${build[@]}" gcc libgtest-dev clang-14 libclang-rt-14-dev clang-format-14
     mkdocs mkdocs-material python3-pil python3-gi gir1.2-aravis-0.8 python3-distributed qtbase5-dev libeigen3-dev)
 bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-dev python3-matplotlib
     linux-perf binutils llvm-19)
-package=("${build[@]}" debhelper devscripts dpkg-dev debootstrap help2man lintian
+package=("${build[@]}" build-essential debhelper devscripts dpkg-dev debootstrap help2man lintian
     binutils libgtest-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
     dh-python pybuild-plugin-pyproject python3-all python3-setuptools emscripten esbuild nodejs)
 web=("${build[@]}" emscripten nodejs esbuild chromium chromium-driver python3-selenium)
