@@ -59,7 +59,7 @@ CONVERSIONS = [
     "Mono8 linear -> Mono8",
 ]
 WIDTH, CACHE = 640, 40 * 1024  # rows as in the table; as many as the first-level data cache holds
-MCA = ["llvm-mca-19", "-mcpu=sapphirerapids"]  # the table was measured on such cores
+CORES = {"avx2": "skylake", "avx512": "icelake-server"}  # that llvm-mca is to imitate
 LOAD_ADDRESS = 0x555555554000  # of a position-independent program without address randomisation
 MATTERS = 0.05  # loops with a smaller share of the samples are left out,
 DENSE = 1 / 3  # and those with so many fewer samples an instruction than the densest: they run once a row
@@ -101,22 +101,22 @@ class Code:
         return "\n".join(lines) + "\n"
 
 
-def bench_command(program, conversion, size, json_file):
-    return [program, "--filter", "^" + re.escape(conversion) + "$", "--levels", LEVEL, "--peers", "none",
+def bench_command(program, conversion, level, size, json_file):
+    return [program, "--filter", "^" + re.escape(conversion) + "$", "--levels", level, "--peers", "none",
             "--size", size, "--json", json_file]
 
 
-def timed(program, conversion, size):
+def timed(program, conversion, level, size):
     with tempfile.NamedTemporaryFile(suffix=".json") as file:
-        subprocess.run(bench_command(program, conversion, size, file.name), check=True, stdout=subprocess.DEVNULL)
+        subprocess.run(bench_command(program, conversion, level, size, file.name), check=True, stdout=subprocess.DEVNULL)
         return json.load(open(file.name))[0]["nsPerPixel"]
 
 
-def sampled(program, conversion, size):
+def sampled(program, conversion, level, size):
     """Where the program is while it converts: sorted addresses."""
     with tempfile.NamedTemporaryFile() as data:
         record = ["setarch", "-R", "perf", "record", "-q", "-e", "cpu-clock", "-F", "10000", "-o", data.name]
-        subprocess.run(record + bench_command(program, conversion, size, "/dev/null"), check=True,
+        subprocess.run(record + bench_command(program, conversion, level, size, "/dev/null"), check=True,
                        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         script = subprocess.run(["perf", "script", "-i", data.name, "-F", "ip,dso"], check=True, capture_output=True,
                                 text=True)
@@ -124,23 +124,23 @@ def sampled(program, conversion, size):
     return sorted(int(address, 16) - LOAD_ADDRESS for address, where in fields if program in where)
 
 
-def analysed(assembly):
+def analysed(assembly, level):
     """llvm-mca's cycles per iteration, and in how many of them each port is busy."""
     iterations = 100
-    text = subprocess.run(MCA + ["-iterations=%d" % iterations, "-instruction-info=0"], input=assembly,
-                          capture_output=True, text=True, check=True).stdout
-    names = re.findall(r"^\[\d+\]\s+- SPRPort(\w+)", text, re.M)
+    text = subprocess.run(["llvm-mca-19", "-mcpu=" + CORES[level], "-iterations=%d" % iterations, "-instruction-info=0"],
+                          input=assembly, capture_output=True, text=True, check=True).stdout
+    names = re.findall(r"^\[[\d.]+\]\s+- \w*?Port(\w+)", text, re.M)
     busy = re.search(r"Resource pressure per iteration:\n.*\n(.*)", text)[1].split()
     ports = {"p%d" % int(name): float(cycles) for name, cycles in zip(names, busy) if name.isdigit() and cycles != "-"}
     return int(re.search(r"Total Cycles:\s+(\d+)", text)[1]) / iterations, ports
 
 
-def bound(code, loops, program, row):
+def bound(code, loops, program, row, level):
     size = "%dx%d" % (WIDTH, CACHE / row["bytesPerPixel"] / WIDTH // 2 * 2)
-    samples = sampled(program, row["conversion"], size)
-    result = {"conversion": row["conversion"], "nsPerPixel": row["nsPerPixel"],
+    samples = sampled(program, row["conversion"], level, size)
+    result = {"conversion": row["conversion"], "level": level, "nsPerPixel": row["memcpyNsPerPixel"] / row[level],
               "memcpyNsPerPixel": row["memcpyNsPerPixel"],
-              "inCacheNsPerPixel": timed(program, row["conversion"], size), "loops": []}
+              "inCacheNsPerPixel": timed(program, row["conversion"], level, size), "loops": []}
     shares = {}
     for loop in loops:
         first, last = (code.addresses[index] for index in loop)
@@ -149,7 +149,7 @@ def bound(code, loops, program, row):
     densest = max(shares[loop] / instructions[loop] for loop in loops)
     for loop in loops:
         if shares[loop] >= MATTERS and shares[loop] / instructions[loop] >= DENSE * densest:
-            cycles, ports = analysed(code.assembly(loop))
+            cycles, ports = analysed(code.assembly(loop), level)
             result["loops"].append({"share": shares[loop], "instructions": instructions[loop], "cycles": cycles, "ports": ports})
     return result
 
@@ -159,7 +159,7 @@ def main(build, table_file):
     code = Code(program)
     loops = code.loops()
     rows = {row["conversion"]: row for row in json.load(open(table_file)) if row["width"] == WIDTH}
-    print(json.dumps([bound(code, loops, program, rows[name]) for name in CONVERSIONS], indent=1))
+    print(json.dumps([bound(code, loops, program, rows[name], level) for name in CONVERSIONS for level in CORES], indent=1))
 
 
 if __name__ == "__main__":

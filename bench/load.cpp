@@ -1,4 +1,5 @@
-// What loading the library costs a process: time of dlopen and private memory, each run in a process of its own.
+// What loading the library costs a process: time of dlopen, private memory, and time of the first conversions, each run in a
+// process of its own.
 //
 //     orvella_bench_load LIBRARY
 //
@@ -8,16 +9,20 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <ctime>
+
+#include "orvella/orv.h"
 
 namespace {
 
 struct Cost {
     double milliseconds;
     long privateKilobytes;
+    double callMicroseconds[2]; // the first conversion, the second one
 };
 
 double milliseconds() {
@@ -49,12 +54,33 @@ void* open(const char* library) {
     return handle;
 }
 
+void timeCalls(void* library, double (&microseconds)[2]) {
+    static std::uint8_t mosaic[64 * 64], picture[3 * sizeof mosaic];
+    std::memset(picture, 0, sizeof picture); // their pages are there
+    std::memset(mosaic, 1, sizeof mosaic);
+    const auto convert = reinterpret_cast<decltype(&OrvImageTransform)>(dlsym(library, "OrvImageTransform"));
+    OrvImage from{}, to{};
+    from.Size = to.Size = sizeof(OrvImage);
+    from.Data = mosaic, to.Data = picture;
+    reinterpret_cast<decltype(&OrvSetImageInfoFromPixelFormat)>(dlsym(library, "OrvSetImageInfoFromPixelFormat"))(
+        OrvPixelFormatBayerRG8, 64, 64, &from);
+    reinterpret_cast<decltype(&OrvSetImageInfoOutput)>(dlsym(library, "OrvSetImageInfoOutput"))(OrvOutputBgr24, 64, 64,
+                                                                                                &to);
+    for (double& time : microseconds) {
+        const double start = milliseconds();
+        if (convert(&from, &to, nullptr, 0) != OrvErrorSuccess) std::_Exit(1);
+        time = (milliseconds() - start) * 1e3;
+    }
+}
+
 Cost load(const char* library) {
     const long before = privateKilobytes();
     const double start = milliseconds();
-    open(library);
-    const double end = milliseconds();
-    return {end - start, privateKilobytes() - before};
+    void* handle = open(library);
+    Cost cost{milliseconds() - start, 0, {}};
+    cost.privateKilobytes = privateKilobytes() - before;
+    timeCalls(handle, cost.callMicroseconds);
+    return cost;
 }
 
 // In a child process, which reports through a pipe.
@@ -99,7 +125,14 @@ int main(int count, char** values) {
         return 2;
     }
     const Cost alone = median(values[1], false), withRuntime = median(values[1], true);
-    std::printf("[\n{\"process\": \"C\", \"milliseconds\": %.3f, \"privateKilobytes\": %ld},\n"
-                "{\"process\": \"C++\", \"milliseconds\": %.3f, \"privateKilobytes\": %ld}\n]\n",
-                alone.milliseconds, alone.privateKilobytes, withRuntime.milliseconds, withRuntime.privateKilobytes);
+    const auto print = [](const char* process, const Cost& cost, const char* end) {
+        std::printf("{\"process\": \"%s\", \"milliseconds\": %.3f, \"privateKilobytes\": %ld, "
+                    "\"firstCallMicroseconds\": %.1f, \"secondCallMicroseconds\": %.1f}%s\n",
+                    process, cost.milliseconds, cost.privateKilobytes, cost.callMicroseconds[0],
+                    cost.callMicroseconds[1], end);
+    };
+    std::printf("[\n");
+    print("C", alone, ",");
+    print("C++", withRuntime, "");
+    std::printf("]\n");
 }

@@ -22,7 +22,10 @@ step() { printf '%s  %s\n' "$(date +%T)" "$*"; }
 step "Machine"
 "$build/bench/orvella_bench" machine --json $data/machine.json >/dev/null
 step "Every conversion, by everybody"
-"$build/bench/orvella_bench" table "${quick[@]}" --json $data/table.json >$data/table.md
+"$build/bench/orvella_bench" table "${quick[@]}" --size 640x480 --size 2448x2048 --json $data/table.json >/dev/null
+step "Tiny frames"
+"$build/bench/orvella_bench" table "${quick[@]}" --json $data/small.json --size 16x16 --size 64x64 --size 160x120 \
+    --filter '^(Mono12p -> Mono16|RGB8 -> BGR24|YUV 4:2:2 -> BGR24|Bayer8 (2x2|3x3|LCAA) -> BGR24|Bayer12p 2x2 -> BGR24)$' >/dev/null
 step "Two threads"
 "$build/bench/orvella_bench" scaling "${quick[@]}" --json $data/scaling.json >/dev/null
 step "Small to large, narrow to wide"

@@ -2,22 +2,22 @@
 
 #include <algorithm>
 
-#include "kernels/levels.h"
+#include "plain_loops.h"
 
-#define BENCH_DECLARE(level, condition)                                                                                \
+#define BENCH_DECLARE(level)                                                                                           \
     namespace definition_##level {                                                                                     \
         std::vector<bench::PeerRow> plainLoops();                                                                      \
     }
-KEL_LEVELS(BENCH_DECLARE)
+BENCH_PLAIN_LOOPS(BENCH_DECLARE)
 
 namespace bench {
 
 std::vector<Peer> peers(const std::vector<std::string>& levels) {
     std::vector<Peer> peers;
-#define BENCH_ADD(name, condition)                                                                                     \
+#define BENCH_ADD(name)                                                                                                \
     if (std::ranges::count(levels, #name))                                                                             \
         peers.push_back({"plain loop", #name, definition_##name::plainLoops(), nullptr});
-    KEL_LEVELS(BENCH_ADD)
+    BENCH_PLAIN_LOOPS(BENCH_ADD)
 #ifdef ORVELLA_BENCH_LIBYUV
     for (const std::string& level : levels) peers.push_back(libyuv(level));
 #endif
