@@ -2,7 +2,7 @@
 # Installs what is missing, then builds and runs the tests, a line for each step. A step that fails shows what failed.
 #
 #     ./test.sh        a release build at every instruction-set level that the machine has (and, emulated, on older ones),
-#                      a static library, the installed package, clang, the sanitizers, the formatting
+#                      a static library, the installed package, the sanitizers, the formatting
 #     ./test.sh all    what takes longer, too: clang's memory and conversion sanitizers, two analysers, other machines, and
 #                      the Debian packages of the last commit, installed into a fresh Debian 12
 #     MINUTES=N ./test.sh all       begins no step after so many minutes; those that are left out are named
@@ -64,8 +64,6 @@ step "Release build" build release
 step "All tests, at every instruction-set level" run_tests release
 step "Build of a static library, lowest level" build static
 step "Its conversions, its package" run_tests static
-step "Build with clang 14" build clang
-step "Its conversions" run_tests clang
 # Kernels of the higher levels take long to build like this, and guard pages have watched them above.
 step "Build with address and undefined sanitizers, up to sse4" build asan -DORVELLA_SIMD_LEVEL=sse4
 step "Tests with address and undefined-behaviour sanitizers" run_tests asan
@@ -74,6 +72,8 @@ step "Tests with it" run_tests tsan
 $all || exit 0
 
 # ---- What takes longer
+step "Build with clang 14" build clang
+step "Its conversions" run_tests clang
 step "Build with clang's memory sanitizer, up to sse4" build msan
 step "The catalogue with it" run_tests msan
 step "Build that watches conversions of values, lowest level" build ubsan
