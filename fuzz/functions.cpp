@@ -4,37 +4,19 @@
 #include <bit>
 #include <initializer_list>
 #include <string_view>
-#include <type_traits>
 #include <utility>
 
 #include "definition/outputs.h"
 #include "fuzz/calls.h"
 #include "orvella/zeb.h"
 #include "proof/random.h"
+#include "tests/support/call.h"
 
 namespace fuzz {
 
 namespace {
 
-using Values = std::vector<std::intptr_t>; // of any arguments; floats by their bits
-using Call = std::function<std::uint32_t(const Values&)>;
-
-template <class Answer, class... Args> Call callOf(Answer (*function)(Args...)) {
-    return [function](const Values& values) {
-        const auto argument = []<class T>(std::type_identity<T>, std::intptr_t value) {
-            if constexpr (std::is_pointer_v<T>)
-                return reinterpret_cast<T>(value);
-            else if constexpr (std::is_floating_point_v<T>)
-                return std::bit_cast<T>(static_cast<std::uint32_t>(value));
-            else
-                return static_cast<T>(value);
-        };
-        return [&]<std::size_t... i>(std::index_sequence<i...>) {
-            return static_cast<std::uint32_t>(function(argument(std::type_identity<Args>(), values.at(i))...));
-        }
-        (std::index_sequence_for<Args...>());
-    };
-}
+using support::Call, support::callOf, support::Values;
 
 // What the arguments of a call are, as letters: buffers
 //     d s     destination and source              1 2 3 4   planes

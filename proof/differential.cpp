@@ -1,14 +1,14 @@
 // Random conversions of the catalogue: the same bytes at every instruction-set level of the machine, and of every second
 // one those of the definition.
 //
-//     orvella_differential [--state FILE] [--commit NAME] [--seconds S] [--conversions N] [--part K/N]
+//     orvella_differential [--state FILE] [--commit NAME] [--seconds S] [--conversions N] [--share K/N]
 //     orvella_differential --batch B [--case C]
 //
 // A batch is determined by its number, on every machine: 50000 cases of a conversion, a size, a mosaic's phase, in place
 // or not, the contents of both buffers and a colour matrix. A case is converted once per level, each time at another
 // alignment and with other bytes around the buffers, which must stay; and nothing of the source may change but what the
 // conversion says. The state is a line of JSON per finished batch, with the commit; batches that it has of this commit are
-// not run again. --part 0/2 and 1/2 share the batches among two processes. Without --state, --batch is run and printed.
+// not run again. --share 0/2 and 1/2 divide the batches among two processes. Without --state, --batch is run and printed.
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -211,7 +211,7 @@ private:
 struct Options {
     std::string state, commit = "unknown";
     double seconds = 1e18;
-    std::uint64_t conversions = ~std::uint64_t{0}, batch = 0, onlyCase = ~std::uint64_t{0}, part = 0, parts = 1;
+    std::uint64_t conversions = ~std::uint64_t{0}, batch = 0, onlyCase = ~std::uint64_t{0}, share = 0, shares = 1;
 };
 
 bool parse(int count, char** arguments, Options& options) {
@@ -230,14 +230,14 @@ bool parse(int count, char** arguments, Options& options) {
             options.batch = std::strtoull(value, nullptr, 10);
         else if (name == "--case")
             options.onlyCase = std::strtoull(value, nullptr, 10);
-        else if (name == "--part") {
+        else if (name == "--share") {
             char* rest = nullptr;
-            options.part = std::strtoull(value, &rest, 10);
-            options.parts = *rest == '/' ? std::strtoull(rest + 1, nullptr, 10) : 0;
+            options.share = std::strtoull(value, &rest, 10);
+            options.shares = *rest == '/' ? std::strtoull(rest + 1, nullptr, 10) : 0;
         } else
             return false;
     }
-    return count % 2 == 1 && options.part < options.parts;
+    return count % 2 == 1 && options.share < options.shares;
 }
 
 // The number that follows `key` in a line of the state.
@@ -288,13 +288,13 @@ int run(const Options& options) {
     for (std::string line; std::getline(before, line);) {
         const std::uint64_t batch = numberIn(line, "batch");
         if (line.find("\"commit\": \"" + options.commit + '"') == std::string::npos) continue;
-        if (batch % options.parts == options.part && finished.insert(batch).second)
+        if (batch % options.shares == options.share && finished.insert(batch).second)
             conversions += numberIn(line, "conversions");
     }
     const auto start = std::chrono::steady_clock::now();
-    for (std::uint64_t batch = options.part;
-         conversions < options.conversions / options.parts && secondsSince(start) < options.seconds;
-         batch += options.parts) {
+    for (std::uint64_t batch = options.share;
+         conversions < options.conversions / options.shares && secondsSince(start) < options.seconds;
+         batch += options.shares) {
         if (finished.contains(batch)) continue;
         const std::string line = lineOf(all, batch, options);
         conversions += numberIn(line, "conversions");
@@ -315,7 +315,7 @@ int run(const Options& options) {
 int main(int count, char** arguments) {
     proof::Options options;
     if (!proof::parse(count, arguments, options)) {
-        std::cerr << "orvella_differential [--state FILE] [--commit NAME] [--seconds S] [--conversions N] [--part K/N]"
+        std::cerr << "orvella_differential [--state FILE] [--commit NAME] [--seconds S] [--conversions N] [--share K/N]"
                      " | [--batch B] [--case C]\n";
         return 2;
     }

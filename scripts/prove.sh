@@ -32,8 +32,8 @@ say() { printf '%s  %s\n' "$(date +%T)" "$*"; }
 run_batches() {
     local name=$1 title=$2 time=$3 emulator=$4 program=$5 pids=() pid
     say "$title"
-    for ((part = 0; part < jobs; ++part)); do
-        $emulator "$program" --state "$work/$name.jsonl" --commit "$commit" --seconds "$time" --part "$part/$jobs" &
+    for ((share = 0; share < jobs; ++share)); do
+        $emulator "$program" --state "$work/$name.jsonl" --commit "$commit" --seconds "$time" --share "$share/$jobs" &
         pids+=($!)
     done
     local status=0

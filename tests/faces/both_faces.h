@@ -5,18 +5,17 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <functional>
 #include <initializer_list>
-#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "orvella/zeb.h"
+#include "support/call.h"
 #include "support/fill.h"
 
 namespace faces {
 
-using Values = std::vector<std::intptr_t>; // of any argument
+using support::Call, support::callOf, support::Values;
 
 constexpr std::uint32_t success = 0, fault = 0x88000001, notOffered = 0x88000012, noMemory = 0x8800001A;
 constexpr std::uint32_t argument(unsigned position) { return 0x88000001 + position; } // counted from 1
@@ -64,24 +63,6 @@ inline support::Bytes memory = contents();
 inline void* const to = memory.data();
 inline void* const from = memory.data() + memory.size() / 2;
 inline void* plane(std::size_t k) { return memory.data() + 1024 * k; }
-
-// A function of any signature, called with values for all its arguments.
-using Call = std::function<std::uint32_t(const Values&)>;
-
-template <class Answer, class... Args> Call callOf(Answer (*function)(Args...)) {
-    return [function](const Values& values) {
-        const auto argument = []<class T>(std::type_identity<T>, std::intptr_t value) {
-            if constexpr (std::is_pointer_v<T>)
-                return reinterpret_cast<T>(value);
-            else
-                return static_cast<T>(value);
-        };
-        return [&]<std::size_t... i>(std::index_sequence<i...>) {
-            return static_cast<std::uint32_t>(function(argument(std::type_identity<Args>(), values.at(i))...));
-        }
-        (std::index_sequence_for<Args...>());
-    };
-}
 
 class BothFaces {
 public:
