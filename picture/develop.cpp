@@ -2,10 +2,14 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace picture {
 
 namespace {
+
+using Byte = std::uint8_t;
+using Word = std::uint16_t;
 
 constexpr float white = 0xFFFF;
 
@@ -63,7 +67,7 @@ Table tableOf(const Curve& curve) {
     return table;
 }
 
-// How often each value occurs. Of large pictures, some pixels stand for all.
+// How often each value occurs.
 class Histogram {
 public:
     void add(float value) {
@@ -83,52 +87,47 @@ private:
     std::uint64_t total_ = 0;
 };
 
-// Every how many-th pixel is measured; odd, so as not to meet the same columns in every row of most pictures.
-std::size_t stepFor(std::size_t pixels) { return pixels / 500'000 * 2 + 1; }
-
-// Those that are measured, of three channels.
-std::vector<std::uint16_t> somePixels(ConstSamples samples) {
-    const std::size_t step = 3 * stepFor(samples.size() / 3);
-    std::vector<std::uint16_t> some;
-    some.reserve(samples.size() / step * 3 + 3);
-    for (std::size_t i = 0; i + 2 < samples.size(); i += step) some.insert(some.end(), &samples[i], &samples[i] + 3);
-    return some;
+// A sample in so many bits, the high ones.
+template <class Value> Value shortened(std::uint16_t sample) {
+    return static_cast<Value>(sample >> (16 - 8 * sizeof(Value)));
 }
 
 // What becomes of every sample, if that is known beforehand; `exposed` takes a sample.
-template <class Expose> Table developedSamples(const Settings& settings, const Table& curve, const Expose& exposed) {
+template <class Value, class Expose>
+std::vector<Value> developedSamples(const Settings& settings, const Table& curve, const Expose& exposed) {
     const float scale = white / std::max(settings.high - settings.low, 1.f);
-    Table table(0x10000);
+    std::vector<Value> table(0x10000);
     for (unsigned value = 0; value < 0x10000; ++value)
-        table[value] = curve[rounded((exposed(static_cast<std::uint16_t>(value)) - settings.low) * scale)];
+        table[value] =
+            shortened<Value>(curve[rounded((exposed(static_cast<std::uint16_t>(value)) - settings.low) * scale)]);
     return table;
 }
 
 // `put` takes the number of a pixel and its value.
-template <class Put> void developGrey(ConstSamples samples, const Settings& settings, const Put& put) {
+template <class Value, class Put> void developGrey(ConstSamples samples, const Settings& settings, const Put& put) {
     const Exposed exposed(settings);
-    const Table table =
-        developedSamples(settings, tableOf(settings.curve), [&](std::uint16_t sample) { return exposed.grey(sample); });
+    const auto table = developedSamples<Value>(settings, tableOf(settings.curve),
+                                               [&](std::uint16_t sample) { return exposed.grey(sample); });
     for (std::size_t i = 0; i < samples.size(); ++i) put(i, table[samples[i]]);
 }
 
 // ... and its three values.
-template <class Put> void developColour(ConstSamples samples, const Settings& settings, const Put& put) {
+template <class Value, class Put> void developColour(ConstSamples samples, const Settings& settings, const Put& put) {
     const Table curve = tableOf(settings.curve);
     const Exposed exposed(settings);
     const std::size_t pixels = samples.size() / 3;
     const std::uint16_t* from = samples.data();
     if (exposed.isDiagonal()) {
-        Table tables[3];
+        std::vector<Value> tables[3];
         for (unsigned c = 0; c < 3; ++c)
-            tables[c] =
-                developedSamples(settings, curve, [&](std::uint16_t sample) { return exposed.channel(c, sample); });
+            tables[c] = developedSamples<Value>(settings, curve,
+                                                [&](std::uint16_t sample) { return exposed.channel(c, sample); });
         for (std::size_t i = 0; i < pixels; ++i, from += 3)
             put(i, tables[0][from[0]], tables[1][from[1]], tables[2][from[2]]);
         return;
     }
     const float scale = white / std::max(settings.high - settings.low, 1.f);
-    const auto finished = [&](float value) { return curve[rounded((value - settings.low) * scale)]; };
+    const auto finished = [&](float value) { return shortened<Value>(curve[rounded((value - settings.low) * scale)]); };
     for (std::size_t i = 0; i < pixels; ++i, from += 3) {
         const auto colour = exposed.colour(from);
         put(i, finished(colour[0]), finished(colour[1]), finished(colour[2]));
@@ -139,40 +138,47 @@ template <class Put> void developColour(ConstSamples samples, const Settings& se
 
 void develop(Samples samples, unsigned channels, const Settings& settings) {
     if (channels == 1)
-        developGrey(samples, settings, [&](std::size_t i, std::uint16_t value) { samples[i] = value; });
+        developGrey<Word>(samples, settings, [&](std::size_t i, Word value) { samples[i] = value; });
     else
-        developColour(samples, settings,
-                      [&](std::size_t i, std::uint16_t red, std::uint16_t green, std::uint16_t blue) {
-                          samples[3 * i] = red, samples[3 * i + 1] = green, samples[3 * i + 2] = blue;
-                      });
+        developColour<Word>(samples, settings, [&](std::size_t i, Word red, Word green, Word blue) {
+            samples[3 * i] = red, samples[3 * i + 1] = green, samples[3 * i + 2] = blue;
+        });
 }
 
 void developForDisplay(ConstSamples samples, unsigned channels, const Settings& settings, std::uint8_t* rgba) {
-    const auto put = [rgba](std::size_t i, std::uint16_t red, std::uint16_t green, std::uint16_t blue) {
-        std::uint8_t* const to = rgba + 4 * i;
-        to[0] = static_cast<std::uint8_t>(red >> 8);
-        to[1] = static_cast<std::uint8_t>(green >> 8);
-        to[2] = static_cast<std::uint8_t>(blue >> 8);
-        to[3] = 0xFF;
+    const auto put = [rgba](std::size_t i, Byte red, Byte green, Byte blue) {
+        const Byte pixel[4] = {red, green, blue, 0xFF};
+        std::memcpy(rgba + 4 * i, pixel, 4); // in one piece
     };
     if (channels == 1)
-        developGrey(samples, settings, [&](std::size_t i, std::uint16_t value) { put(i, value, value, value); });
+        developGrey<Byte>(samples, settings, [&](std::size_t i, Byte value) { put(i, value, value, value); });
     else
-        developColour(samples, settings, put);
+        developColour<Byte>(samples, settings, put);
+}
+
+std::vector<std::uint16_t> somePixels(ConstSamples samples, unsigned channels) {
+    const std::size_t pixels = samples.size() / channels;
+    const std::size_t step = pixels / 200'000 * 2 + 1; // odd, so as not to meet the same columns in every row of most
+    std::vector<std::uint16_t> some;
+    some.reserve((pixels / step + 1) * channels);
+    for (std::size_t i = 0; i < pixels; i += step) {
+        const std::uint16_t* const pixel = &samples[i * channels];
+        some.insert(some.end(), pixel, pixel + channels);
+    }
+    return some;
 }
 
 float percentile(ConstSamples samples, double part) {
     Histogram histogram;
-    for (std::size_t i = 0, step = stepFor(samples.size()); i < samples.size(); i += step) histogram.add(samples[i]);
+    for (const std::uint16_t sample : samples) histogram.add(sample);
     return histogram.percentile(part);
 }
 
 float measureBlack(ConstSamples samples) { return percentile(samples, .0005); }
 
-std::array<float, 3> measureWhiteBalance(ConstSamples all, float black) {
+std::array<float, 3> measureWhiteBalance(ConstSamples samples, float black) {
     constexpr float clipped = .95f * white;
     std::array<float, 3> factors{1, 1, 1};
-    const std::vector<std::uint16_t> samples = somePixels(all);
     // First the mean of all pixels counts as grey, then that of those which are nearly grey by the factors so far.
     for (float tolerance : {1e9f, 3.f, 2.f, 1.5f, 1.5f, 1.5f}) {
         std::array<double, 3> sums{};
@@ -194,8 +200,7 @@ std::array<float, 3> measureWhiteBalance(ConstSamples all, float black) {
 void measureStretch(ConstSamples samples, unsigned channels, double low, double high, Settings& settings) {
     Histogram histogram;
     const Exposed exposed(settings);
-    const std::size_t step = channels * stepFor(samples.size() / channels);
-    for (std::size_t i = 0; i + channels <= samples.size(); i += step) {
+    for (std::size_t i = 0; i < samples.size(); i += channels) {
         if (channels == 1) {
             histogram.add(exposed.grey(samples[i]));
             continue;

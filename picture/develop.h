@@ -37,6 +37,9 @@ void develop(Samples samples, unsigned channels, const Settings& settings);
 // The same with 8 bits, the high ones: R G B and 255 of every pixel.
 void developForDisplay(ConstSamples samples, unsigned channels, const Settings& settings, std::uint8_t* rgba);
 
+// Those that stand for all in what follows, which need not be every one of a large picture.
+std::vector<std::uint16_t> somePixels(ConstSamples samples, unsigned channels);
+
 // The sample below which lies such a part of them, 0 to 1.
 float percentile(ConstSamples samples, double part);
 

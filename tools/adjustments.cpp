@@ -73,16 +73,17 @@ void Adjustments::setCurve(const std::string& text) {
 
 picture::Settings Adjustments::settingsFor(const LinearImage& image, const std::optional<Matrix>& matrix) const {
     picture::Settings settings;
-    settings.black = black_ ? *black_ : picture::measureBlack(image.samples);
+    std::vector<std::uint16_t> some;
+    if (!black_ || !whiteBalance_ || stretch_) some = picture::somePixels(image.samples, image.channels);
+    settings.black = black_ ? *black_ : picture::measureBlack(some);
     if (whiteBalance_)
         settings.whiteBalance = *whiteBalance_;
     else if (image.channels == 3)
-        settings.whiteBalance = picture::measureWhiteBalance(image.samples, settings.black);
+        settings.whiteBalance = picture::measureWhiteBalance(some, settings.black);
     if (matrix) settings.matrix = *matrix;
     settings.exposure = exposure_;
     if (stretch_)
-        picture::measureStretch(image.samples, image.channels, stretch_->first / 100., stretch_->second / 100.,
-                                settings);
+        picture::measureStretch(some, image.channels, stretch_->first / 100., stretch_->second / 100., settings);
     settings.curve = curve_;
     return settings;
 }

@@ -1,5 +1,7 @@
 #include "linear.h"
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace tool {
@@ -11,18 +13,16 @@ Bytes bytesOf(const FrameFormat& frame, Bytes source, const char* output, const 
     return convert(frame, std::move(source), outputNamed(output), processing).bytes;
 }
 
-std::uint16_t word(const Bytes& littleEndian, std::size_t i) {
-    return static_cast<std::uint16_t>(littleEndian[2 * i] | littleEndian[2 * i + 1] << 8);
-}
+using Words = std::vector<std::uint16_t>;
 
-std::vector<std::uint16_t> words(const Bytes& littleEndian) {
-    std::vector<std::uint16_t> words(littleEndian.size() / 2);
-    for (std::size_t i = 0; i < words.size(); ++i) words[i] = word(littleEndian, i);
+Words words(const Bytes& littleEndian) {
+    Words words(littleEndian.size() / 2);
+    std::memcpy(words.data(), littleEndian.data(), words.size() * 2); // as the machine is
     return words;
 }
 
-std::vector<std::uint16_t> widened(const Bytes& bytes) {
-    std::vector<std::uint16_t> words(bytes.size());
+Words widened(const Bytes& bytes) {
+    Words words(bytes.size());
     for (std::size_t i = 0; i < words.size(); ++i) words[i] = static_cast<std::uint16_t>(bytes[i] * 257);
     return words;
 }
@@ -54,19 +54,54 @@ FrameFormat plainMosaic(const FrameFormat& frame, const char* bits) {
     return {*findPixelFormat(std::string(frame.pixels.name.substr(0, 7)) + bits), frame.size};
 }
 
-std::vector<std::uint16_t> deepColours(const FrameFormat& frame, Bytes source) {
-    const Bytes bgr = bytesOf(plainMosaic(frame, "16"), unpacked(frame, std::move(source)), "BGR48");
-    std::vector<std::uint16_t> colours(bgr.size() / 2);
-    for (std::size_t i = 0; i < colours.size(); i += 3)
-        for (std::size_t c = 0; c < 3; ++c) colours[i + c] = word(bgr, i + 2 - c);
+Words deepColours(const FrameFormat& frame, Bytes source) {
+    Words colours = words(bytesOf(plainMosaic(frame, "16"), unpacked(frame, std::move(source)), "BGR48"));
+    for (std::size_t i = 0; i < colours.size(); i += 3) std::swap(colours[i], colours[i + 2]);
     return colours;
 }
 
-std::vector<std::uint16_t> reducedColours(const FrameFormat& frame, Bytes source, const DebayerMode& debayer) {
+Words reducedColours(const FrameFormat& frame, Bytes source, const DebayerMode& debayer) {
     const Bytes deep = unpacked(frame, std::move(source));
     Bytes shallow(deep.size() / 2);
     for (std::size_t i = 0; i < shallow.size(); ++i) shallow[i] = deep[2 * i + 1];
     return widened(bytesOf(plainMosaic(frame, "8"), std::move(shallow), "RGB24", {debayer}));
+}
+
+Words samplesOf(const FrameFormat& frame, Bytes source, const DebayerMode& debayer) {
+    const bool bytes = frame.pixels.packing == Packing::bytes;
+    if (frame.pixels.samples == Samples::grey)
+        return bytes ? widened(source) : words(unpacked(frame, std::move(source)));
+    if (!isMosaic(frame.pixels.samples) || bytes) return widened(bytesOf(frame, std::move(source), "RGB24", {debayer}));
+    if (debayer.code == OrvDebayerMode2x2) return deepColours(frame, std::move(source));
+    return reducedColours(frame, std::move(source), debayer);
+}
+
+// Rows that are converted by themselves, so that what lies between the steps stays in the cache. A mosaic's row needs the
+// one below.
+constexpr std::uint32_t bandRows = 64, rowsBelow = 2;
+
+// Whether every such part of the frame is one that the library converts, and to the same pixels.
+bool hasBands(const FrameFormat& frame, const DebayerMode& debayer) {
+    const bool local = debayer.code == OrvDebayerMode2x2 && frame.pixels.samples != Samples::cygm;
+    return local && frame.size.width % 4 == 0 && frame.size.height % 2 == 0 && frame.size.height > 2 * bandRows;
+}
+
+Words samplesByBands(const FrameFormat& frame, std::span<const std::uint8_t> source, const DebayerMode& debayer) {
+    const auto [width, height] = frame.size;
+    const std::size_t channels = frame.pixels.samples == Samples::grey ? 1 : 3;
+    Words samples;
+    samples.reserve(frame.size.pixels() * channels);
+    FrameFormat band = frame;
+    band.size.height = bandRows;
+    const std::uint64_t step = byteCount(band);
+    for (std::uint32_t y = 0; y < height; y += bandRows) {
+        const std::uint32_t rows = std::min(bandRows, height - y);
+        band.size.height = std::min(rows + rowsBelow, height - y);
+        const auto bytes = source.subspan(y / bandRows * step, byteCount(band));
+        const Words made = samplesOf(band, {bytes.begin(), bytes.end()}, debayer);
+        samples.insert(samples.end(), made.data(), made.data() + rows * width * channels);
+    }
+    return samples;
 }
 
 // Which channels an output has, in memory order: r, g, b, opaque alpha, y grey, Y grey by BT.709.
@@ -119,16 +154,10 @@ void writeChannel(const LinearImage& linear, Image& image, std::size_t channel, 
 
 } // namespace
 
-LinearImage linearImage(const FrameFormat& frame, Bytes source, const DebayerMode& debayer) {
-    const bool bytes = frame.pixels.packing == Packing::bytes;
-    if (frame.pixels.samples == Samples::grey)
-        return {frame.size, 1, bytes ? widened(source) : words(unpacked(frame, std::move(source)))};
-    if (isMosaic(frame.pixels.samples) && !bytes) {
-        const bool deep = debayer.code == OrvDebayerMode2x2;
-        return {frame.size, 3,
-                deep ? deepColours(frame, std::move(source)) : reducedColours(frame, std::move(source), debayer)};
-    }
-    return {frame.size, 3, widened(bytesOf(frame, std::move(source), "RGB24", {debayer}))};
+LinearImage linearImage(const FrameFormat& frame, std::span<const std::uint8_t> source, const DebayerMode& debayer) {
+    return {frame.size, frame.pixels.samples == Samples::grey ? 1u : 3u,
+            hasBands(frame, debayer) ? samplesByBands(frame, source, debayer)
+                                     : samplesOf(frame, {source.begin(), source.end()}, debayer)};
 }
 
 std::string reduction(const FrameFormat& frame, const DebayerMode& debayer) {

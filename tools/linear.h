@@ -11,7 +11,7 @@ struct LinearImage {
 };
 
 // Deep mosaics keep all bits with the mode 2x2; the other modes are for 8 bits, to which they are reduced. Throws Refusal.
-LinearImage linearImage(const FrameFormat& frame, Bytes source, const DebayerMode& debayer);
+LinearImage linearImage(const FrameFormat& frame, std::span<const std::uint8_t> source, const DebayerMode& debayer);
 
 // What is done to such a frame, for the user: "12-bit samples are reduced to 8 bits for --debayer 3x3"; mostly empty.
 std::string reduction(const FrameFormat& frame, const DebayerMode& debayer);

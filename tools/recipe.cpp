@@ -49,7 +49,7 @@ Output chooseOutput(const FrameFormat& frame, const Recipe& recipe) {
 std::vector<Image> makeImages(const Recipe& recipe, const FrameFormat& frame, Bytes source) {
     const bool planes = !recipe.output.planes.empty();
     if (recipe.twoSteps) {
-        LinearImage linear = linearImage(frame, std::move(source), recipe.processing.debayer);
+        LinearImage linear = linearImage(frame, source, recipe.processing.debayer);
         recipe.adjustments.apply(linear, recipe.processing.matrix);
         if (!planes) return {imageOf(linear, recipe.output)};
         return convertToPlanes({*findPixelFormat("Rgb8"), frame.size}, imageOf(linear, outputNamed("RGB24")).bytes,

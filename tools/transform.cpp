@@ -66,6 +66,11 @@ bool copiesBigEndianWords(const OrvPixelInfo& source, const Output& output) {
            (output.code == OrvOutputMono16 || output.code == OrvOutputMono16Rec709);
 }
 
+// Of which the library's reader reads one byte more.
+bool isGreyWords(const FrameFormat& frame) {
+    return frame.pixels.samples == Samples::grey && frame.pixels.packing == Packing::words;
+}
+
 // The library takes these frames, too, but makes no picture of them.
 bool makesNoPicture(const FrameFormat& frame, const Processing& processing) {
     const bool oddLines = frame.pixels.packing == Packing::packed12 && frame.size.width % 2 == 1;
@@ -94,7 +99,8 @@ std::uint64_t byteCount(const FrameFormat& frame) {
 OrvErrorType transform(const FrameFormat& frame, Bytes& source, Image& image, const Processing& processing) {
     if (makesNoPicture(frame, processing)) return OrvErrorBadParameter;
     OrvImage to = describe(image.output, image.size);
-    source.resize(byteCount(frame) + 1);                 // the reader of little-endian grey words reads one byte more
+    const std::uint64_t read = byteCount(frame) + (isGreyWords(frame) ? 1 : 0);
+    if (source.size() < read) source.resize(read);
     image.bytes.assign(byteCountOf(to.ImageInfo), 0xFF); // the library leaves alpha alone
     if (isCygm(frame)) return transformCygm(source, image, processing);
 

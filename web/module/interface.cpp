@@ -186,7 +186,7 @@ EXPORT(orvella_statistics) bool statistics() {
 // Bytes: the picture, R G B A. {width, height, channels, remark, measured}
 EXPORT(orvella_render) bool render(const char* options) {
     return attempt([&] {
-        Session::Rendering rendering = session.render(parseOptions(options).recipe);
+        Session::Rendering rendering = session.render(parseOptions(options).recipe, std::move(bytes));
         const bool grey = session.frame().pixels.samples == frames::Samples::grey;
         JsonObject object;
         object.add("width", rendering.image.size.width)

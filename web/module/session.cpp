@@ -63,24 +63,28 @@ const tool::LinearImage& Session::linear(const tool::DebayerMode& debayer, bool 
     if (found != linear_.end()) return found->second;
     constexpr std::size_t sides = 2; // that are compared
     if (linear_.size() >= sides) linear_.clear();
-    Bytes bytes = bytes_;
-    if (deinterlace) tool::weaveFields(bytes, frame_);
-    return linear_.emplace(how, tool::linearImage(frame_, std::move(bytes), debayer)).first->second;
+    Bytes woven;
+    if (deinterlace) tool::weaveFields(woven = bytes_, frame_);
+    return linear_.emplace(how, tool::linearImage(frame_, deinterlace ? woven : bytes_, debayer)).first->second;
 }
 
-Session::Rendering Session::render(const tool::RecipeOptions& options) {
+Session::Rendering Session::render(const tool::RecipeOptions& options, Bytes memory) {
     // RGBA32 at once is quickest. It is not always what Mono8 is, or RGB24 with a matrix: the library rounds the one and cuts
     // the other. And it flips no RGBA32.
     const bool grey = frame_.pixels.samples == tool::Samples::grey, inPlace = options.flip.empty() && !options.half;
     tool::RecipeOptions shown = options;
     shown.output = grey ? "Mono8" : inPlace && options.matrix.empty() ? "RGBA32" : "RGB24";
     const tool::Recipe recipe = tool::recipeFor(frame_, shown, tool::FileType::png);
-    if (!recipe.twoSteps) return {coloured(std::move(tool::follow(recipe, frame_, bytes_).front())), "", {}};
+    if (!recipe.twoSteps) {
+        Bytes().swap(memory);
+        return {coloured(std::move(tool::follow(recipe, frame_, bytes_).front())), "", {}};
+    }
     const tool::LinearImage& image = linear(recipe.processing.debayer, recipe.deinterlace);
     const picture::Settings settings = recipe.adjustments.settingsFor(image, recipe.processing.matrix);
     Rendering rendering{{}, tool::remark(recipe, frame_), settings};
     if (inPlace) {
-        rendering.image = {tool::outputNamed("RGBA32"), image.size, Bytes(image.size.pixels() * 4)};
+        memory.resize(image.size.pixels() * 4);
+        rendering.image = {tool::outputNamed("RGBA32"), image.size, std::move(memory)};
         picture::developForDisplay(image.samples, image.channels, settings, rendering.image.bytes.data());
     } else {
         tool::LinearImage developed = image;

@@ -30,8 +30,8 @@ public:
         std::string remark;
         std::optional<picture::Settings> settings; // if the picture was developed
     };
-    // A picture of the frame in RGBA32, as the converter makes it. Throws UsageError, Refusal.
-    Rendering render(const tool::RecipeOptions& options);
+    // A picture of the frame in RGBA32, as the converter makes it, in `memory` if that suits. Throws UsageError, Refusal.
+    Rendering render(const tool::RecipeOptions& options, Bytes memory);
 
     const tool::FrameFormat& frame() const { return frame_; }
     const Bytes& bytes() const { return bytes_; }

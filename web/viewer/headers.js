@@ -1,18 +1,22 @@
 // Files that say themselves what they hold: the frame, and the bytes of the frames alone, one after the other.
 import { tiffPages } from "./tiff.js";
 
-const longest = 4096;
+const longest = 4096, small = 1 << 26; // bytes
 
 /**
+ * Small files are read at once, which takes less time than piece by piece.
  * @param {File} file
  * @param {import("../orvella.mjs").Orvella} orvella
- * @returns {Promise<{ frame?: Partial<import("./settings.js").Frame>, data: Blob }>} no frame: the file is plain bytes
+ * @returns {Promise<{ frame?: Partial<import("./settings.js").Frame>, data: Uint8Array | Blob }>} no frame: the file is
+ *     plain bytes
  */
 export async function withoutHeader(file, orvella) {
   if (/\.tiff?$/i.test(file.name)) return fromTiff(file);
-  const beginning = await file.slice(0, longest).arrayBuffer();
-  const header = beginning.byteLength > 0 ? orvella.header(file.name, beginning) : undefined;
-  return header ? { frame: header.frame, data: file.slice(header.skip) } : { data: file };
+  const bytes = file.size <= small && new Uint8Array(await file.arrayBuffer());
+  const beginning = bytes ? bytes.subarray(0, longest) : await file.slice(0, longest).arrayBuffer();
+  const header = file.size > 0 ? orvella.header(file.name, beginning) : undefined;
+  const skip = header?.skip ?? 0;
+  return { frame: header?.frame, data: bytes ? bytes.subarray(skip) : file.slice(skip) };
 }
 
 async function fromTiff(file) {

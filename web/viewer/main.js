@@ -19,8 +19,7 @@ const state = {
   file: 0,
   /** @type {File | undefined} */
   current: undefined,
-  /** @type {Blob} the frames of the current file, without its header */
-  data: new Blob(),
+  size: 0, // bytes of its frames
   header: {}, // what that says of them
   number: 0, // of the frame in the file
   count: 1, // of frames in the file
@@ -67,16 +66,16 @@ async function goTo(file, number) {
 
 /** What the file is: as its header or its name says, as was chosen if that fits, or else as its bytes look. */
 async function identify(file) {
-  Object.assign(state, { header: {}, data: new Blob() });
-  const { frame: header, data } = await engine.ask("opened", file);
-  const named = header ?? (await engine.ask("named", file.name));
-  Object.assign(state, { header: header ?? {}, data });
+  Object.assign(state, { header: {}, size: 0 });
+  const { header, named: byName, size } = await engine.ask("open", file);
+  const named = header ?? byName;
+  Object.assign(state, { header: header ?? {}, size });
   controls.guesses = [];
   if (state.chosen && (await fits(state.frame))) return;
   if (named.format && named.size) state.frame = named;
   else if (await fits(state.frame)) return;
   else {
-    const guesses = await engine.ask("guesses", data);
+    const guesses = await engine.ask("guesses");
     controls.guesses = guesses;
     state.frame = { format: "Mono8", size: "640x480", ...guesses[0], ...named };
   }
@@ -84,21 +83,28 @@ async function identify(file) {
 }
 
 async function fits(frame) {
-  if (!frame.format || !frame.size) return false;
-  const layout = await engine.ask("layout", frame, state.data.size).catch(() => ({ count: 0 }));
+  if (!frame.format || !frame.size || state.size === 0) return false;
+  const layout = await engine.ask("layout", frame).catch(() => ({ count: 0 }));
   return layout.count > 0 && layout.left === 0;
 }
 
 const show = latest(async () => {
+  const start = performance.now();
+  byId("panes").hidden = false;
+  stage.compare(state.compare);
+  const [layout, ...rest] = await Promise.allSettled([ // asked for at once: an answer takes a while to come
+    engine.ask("layout", state.frame),
+    engine.ask("take", state.frame, state.number),
+    ...sides().map(renderSide),
+  ]);
   try {
-    const start = performance.now();
-    const layout = await engine.ask("layout", state.frame, state.data.size);
-    state.count = Math.max(1, layout.count);
+    const { count, left, bytes } = valueOf(layout);
+    state.count = Math.max(1, count);
     state.number = Math.min(state.number, state.count - 1);
+    rest.forEach(valueOf);
+    settled();
+    describe({ count, left, bytes }, performance.now() - start);
     showPosition();
-    await engine.ask("take", state.data, state.frame, state.number);
-    await renderAll();
-    describe(layout, performance.now() - start);
     await showStatistics();
   } catch (error) {
     complain(error.message);
@@ -106,14 +112,12 @@ const show = latest(async () => {
   }
 });
 
-const sides = () => (state.compare ? [0, 1] : [0]);
-
-async function renderAll() {
-  byId("panes").hidden = false;
-  stage.compare(state.compare);
-  for (const side of sides()) await renderSide(side);
-  settled();
+function valueOf({ status, value, reason }) {
+  if (status === "rejected") throw reason;
+  return value;
 }
+
+const sides = () => (state.compare ? [0, 1] : [0]);
 
 async function renderSide(side) {
   const { bitmap, ...about } = await engine.ask("render", state.looks[side], side);
@@ -339,6 +343,7 @@ try {
   document.body.dataset.state = "waiting";
   for (const format of ["BayerRG12p", "BayerRG8", "Mono12p", "Mono8", "Rgb8"])
     if (!state.current) await engine.ask("warmUp", format);
+  if (!state.current) await engine.ask("reserve");
   document.body.dataset.warm = "true";
 } catch (error) {
   complain(`The viewer does not start: ${error.message}`);

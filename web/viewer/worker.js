@@ -8,6 +8,10 @@ import { encodePng } from "./png.js";
 
 /** @type {Orvella} */
 let orvella;
+/** @type {Uint8Array | Blob} The frames of the file that is open, without its header. */
+let data;
+/** @type {Error | undefined} Why there is no frame to look at. */
+let problem;
 /** What was rendered last for each side. */
 const pictures = [];
 /** What is left to do once an answer is on its way. */
@@ -27,45 +31,57 @@ const answers = {
     orvella.guess(bytes, 1);
     for (const auto of [true, false, true, false, true, false]) {
       orvella.look(bytes, frame);
-      orvella.render({ auto });
+      orvella.renderInPlace({ auto });
     }
   },
 
-  /** @param {File} file */
-  opened: (file) => withoutHeader(file, orvella),
+  /** Memory is slow when it is used for the first time. */
+  reserve() {
+    const frame = { format: "BayerRG12p", size: "2448x2048" };
+    orvella.look(new Uint8Array(orvella.stored(frame).frame), frame);
+    orvella.renderInPlace({ auto: true });
+  },
 
-  named: (name) => orvella.named(name),
+  /**
+   * What a file's header and name say of its frames, and how many bytes these have.
+   * @param {File} file
+   */
+  async open(file) {
+    data = undefined;
+    const opened = await withoutHeader(file, orvella);
+    ({ data } = opened);
+    return { header: opened.frame, named: orvella.named(file.name), size: sizeOf(data) };
+  },
 
-  /** @param {Blob} data */
-  async guesses(data) {
-    if (data.size === 0 || data.size > mostToGuess) return [];
-    return orvella.guess(await data.arrayBuffer(), 6);
+  async guesses() {
+    if (sizeOf(data) === 0 || sizeOf(data) > mostToGuess) return [];
+    return orvella.guess(await part(0, sizeOf(data)), 6);
   },
 
   /** How many such frames the file holds, and what is left over. */
-  layout(frame, size) {
-    const { skip = 0, ...rest } = frame;
-    const stored = orvella.stored(rest);
-    const inside = size - Number(skip);
-    const lastPadding = rest.stride ? rest.stride - stored.row : 0;
-    const count = Math.max(0, Math.floor((inside + lastPadding) / stored.frame));
-    return { count, left: Math.max(0, inside - count * stored.frame), bytes: stored.frame };
-  },
+  layout,
 
-  /** @param {Blob} data */
-  async take(data, frame, number) {
-    const { skip = 0, ...rest } = frame;
-    const stored = orvella.stored(rest).frame, start = Number(skip) + number * stored;
-    orvella.look(await data.slice(start, start + stored).arrayBuffer(), rest);
+  /** Takes a frame to look at; the last one, if there are fewer. */
+  async take(frame, number) {
+    try {
+      const { skip, stored, rest } = placeOf(frame);
+      const start = skip + Math.min(number, Math.max(1, layout(frame).count) - 1) * stored.frame;
+      orvella.look(await part(start, start + stored.frame), rest);
+      problem = undefined;
+    } catch (error) {
+      problem = error;
+      throw error;
+    }
   },
 
   statistics: () => orvella.statistics(),
 
   async render(look, side) {
+    if (problem) throw problem;
     const { rgba, ...about } = orvella.renderInPlace(look);
     const { width, height, channels } = about;
     const pixels = new Uint8ClampedArray(rgba.buffer, rgba.byteOffset, rgba.length);
-    const bitmap = await createImageBitmap(new ImageData(pixels, width, height));
+    const bitmap = await createImageBitmap(new ImageData(pixels, width, height), { premultiplyAlpha: "none" }); // opaque
     afterwards = () => { pictures[side] = { rgba: rgba.slice(), width, height, channels }; };
     return { ...about, bitmap };
   },
@@ -85,6 +101,22 @@ const answers = {
 
   chart: (frame) => orvella.chart(frame),
 };
+
+const sizeOf = (bytes) => bytes?.size ?? bytes?.length ?? 0;
+
+const part = (start, end) => (data instanceof Blob ? data.slice(start, end).arrayBuffer() : data.subarray(start, end));
+
+function placeOf({ skip = 0, ...rest }) {
+  return { skip: Number(skip), stored: orvella.stored(rest), rest };
+}
+
+function layout(frame) {
+  const { skip, stored, rest } = placeOf(frame);
+  const inside = sizeOf(data) - skip;
+  const lastPadding = rest.stride ? rest.stride - stored.row : 0;
+  const count = Math.max(0, Math.floor((inside + lastPadding) / stored.frame));
+  return { count, left: Math.max(0, inside - count * stored.frame), bytes: stored.frame };
+}
 
 async function unzipped(base64) {
   const bytes = Uint8Array.from(atob(base64.trim()), (character) => character.charCodeAt(0));
