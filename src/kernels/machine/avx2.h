@@ -80,14 +80,18 @@ INLINE Bytes withFourths(Bytes v, Bytes old) {
     return (old & maskWhere([](int i) { return i % 4 == 3; })) | v;
 }
 
+// Quads of bytes taken by turns into the first and the second lane: zip() of their halves is in the order of memory then.
+INLINE Bytes quadsByTurns(Bytes v) {
+    return as<Bytes>(_mm256_permutevar8x32_epi32(as<__m256i>(v), _mm256_setr_epi32(0, 2, 4, 6, 1, 3, 5, 7)));
+}
 INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) {
-    const auto put = [](u8* to, Bytes v) { storeLanes(to, 4 * L, withFourths(v, loadLanes(to, 4 * L))); };
-    const Bytes low = zip<1, 0>(a, b), low3 = zip<1, 0>(c, Bytes{}), high = zip<1, 1>(a, b),
-                high3 = zip<1, 1>(c, Bytes{});
-    put(d, zip<2, 0>(low, low3));
-    put(d + L, zip<2, 1>(low, low3));
-    put(d + 2 * L, zip<2, 0>(high, high3));
-    put(d + 3 * L, zip<2, 1>(high, high3));
+    a = quadsByTurns(a), b = quadsByTurns(b), c = quadsByTurns(c);
+    const auto put = [](u8* to, Bytes v) { store(to, withFourths(v, load(to))); };
+    const Bytes ab0 = zip<1, 0>(a, b), c0 = zip<1, 0>(c, Bytes{}), ab1 = zip<1, 1>(a, b), c1 = zip<1, 1>(c, Bytes{});
+    put(d, zip<2, 0>(ab0, c0));
+    put(d + N, zip<2, 1>(ab0, c0));
+    put(d + 2 * N, zip<2, 0>(ab1, c1));
+    put(d + 3 * N, zip<2, 1>(ab1, c1));
 }
 INLINE void store3of4(u8* d, Bytes v) {
     const Bytes low = twice<0>(v), high = twice<1>(v);
