@@ -4,6 +4,7 @@
 #include "color/interleaved_luma.h"
 #include "color/plane_kernels.h"
 #include "color/reorder.h"
+#include "color/yuv422_quads.h"
 #include "color/yuv_readers.h"
 
 namespace kel {
@@ -24,7 +25,7 @@ constexpr ColorKernels colorKernels{
     .rgba8 = lumas<4, Order::rgb>() | reordered32<Order::rgb>(rgb24, rgba32, bgr24, bgra32),
     .bgra8 = lumas<4, Order::bgr>() | reordered32<Order::bgr>(bgr24, bgra32, rgb24, rgba32),
     .yuv411 = runs<YuvReader<Yuv411Layout>>(mono8 + colour8),
-    .yuv422 = runs<YuvReader<Yuv422Layout>>(mono8 + colour8),
+    .yuv422 = runs<YuvReader<Yuv422Layout>>(mono8 + bgr24 + rgb24) | yuv422ToQuads(bgra32 + rgba32),
     .yuv444 = runs<YuvReader<Yuv444Layout>>(mono8 + colour8),
     .rgb8ToY8 = rgb8ToY8,
     .rgb8Planes = {.withoutLuma = planesKernel<RgbSplitter, false>, .withLuma = rgbPlanesWithLuma},

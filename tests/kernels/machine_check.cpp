@@ -160,6 +160,7 @@ const char* in32Bits(Random& random) {
     const Words u = random.vector<Words>(), v = random.vector<Words>(), w = random.vector<Words>();
     const int j = random.byte() * 90 - 9000, k = random.byte() * 30;
     KEL_COMPARE(m::weigh<bt709>(u, v, w))
+    KEL_COMPARE(m::wordPairSums(u, as<Words>(as<Ints>(v) >> 1)))
     KEL_COMPARE(m::wordsOf<10>(m::weigh(m::pairUp(u, v), m::PairFactors{j, k})))
     KEL_COMPARE(m::wordsOf<8>(m::clampSums(m::weigh(m::pairUp(u, v), m::PairFactors{j, k}), -(1 << 22), 1 << 23)))
     KEL_COMPARE(m::wordsOf<16>(m::weigh(m::tripleUp(u, v, w), m::TripleFactors{j, k, -j})))

@@ -55,7 +55,10 @@
 //     splitPart(i), splitIndex(i)   where word i is: 0 or 1 for a or b, and the index
 //     weigh<k>(r, g, b)    k.r R + k.g G + k.b B + k.add, modulo 2^16, of bytes; the weights of R and B are signed bytes
 //
-// Words weighed in 32 bits: Sums are two vectors of them, in the machine's own order
+// Words weighed in 32 bits
+//     wordPairSums(v, k)   of each pair of signed words, the first times that of k plus the second times that of k; for
+//                          sums of less than 2^31
+// Sums are two vectors of such, in the machine's own order
 //     weigh<k>(r, g, b)    words (k.r R + k.g G + k.b B + k.add) >> 8 of unsigned words, with weights that add up to 256
 //     weigh(pairUp(a, b), PairFactors(j, k))              j a + k b, of signed words
 //     weigh(tripleUp(a, b, c), TripleFactors(i, j, k))    i a + j b + k c

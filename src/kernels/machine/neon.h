@@ -149,6 +149,8 @@ template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
 
 // ---- 32 bits: of the words of the first half and of the second
 
+using plain::wordPairSums;
+
 INLINE Sums clampSums(Sums s, i32 low, i32 high) {
     const auto clamped = [=](Wides v) {
         return as<Wides>(vminq_s32(vmaxq_s32(as<int32x4_t>(v), vdupq_n_s32(low)), vdupq_n_s32(high)));

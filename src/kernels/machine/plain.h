@@ -184,9 +184,17 @@ INLINE Sums clampSums(Sums s, i32 low, i32 high) {
     return {clamped(s.a), clamped(s.b)};
 }
 
-INLINE Sums multiply(Words w, int k) {
+INLINE Sums signedWords(Words w) {
     const Wides pairs = as<Wides>(w);
-    return {(pairs << 16 >> 16) * k, (pairs >> 16) * k};
+    return {pairs << 16 >> 16, pairs >> 16};
+}
+INLINE Wides wordPairSums(Words v, Words k) {
+    const Sums x = signedWords(v), y = signedWords(k);
+    return x.a * y.a + x.b * y.b;
+}
+INLINE Sums multiply(Words w, int k) {
+    const Sums x = signedWords(w);
+    return {x.a * k, x.b * k};
 }
 
 struct PairFactors {
