@@ -27,18 +27,19 @@ struct YuvLine {
 //   Y = (77 R + 150 G + 29 B) >> 8
 //   U = ((128 B - 43 R - 85 G) >> 8) + 128
 //   V = ((128 R - 107 G - 21 B) >> 8) + 128
-// 128 does not fit a signed weight, -128 does: U and V come from the negated sums s as 256 - ((s + 255 + 128 * 256) >>
-// 8), modulo 256.
+// 128 does not fit a signed weight, -128 does: U and V come from the negated sums s as (128 * 256 - s) >> 8.
 struct YuvLineSink {
     const YuvLine& line;
 
     template <class Colours> INLINE void put(size_t x, const Colours& p) const {
-        constexpr int upAndOffset = 255 + 128 * 256;
         store(line.y + x, highBytes(weigh<bt601>(p)));
-        store(line.u + x, Bytes{} - highBytes(weigh<Weights{43, 85, -128, upAndOffset}>(p)));
-        store(line.v + x, Bytes{} - highBytes(weigh<Weights{-128, 107, 21, upAndOffset}>(p)));
+        store(line.u + x, fromNegated(weigh<Weights{43, 85, -128, 0}>(p)));
+        store(line.v + x, fromNegated(weigh<Weights{-128, 107, 21, 0}>(p)));
     }
     template <class Colours> INLINE void putPart(size_t x, const Colours& p, size_t) const { put(x, p); }
+
+private:
+    static INLINE Bytes fromNegated(Split s) { return highBytes(Split{fill(128 * 256) - s.a, fill(128 * 256) - s.b}); }
 };
 
 // ---- The stream
