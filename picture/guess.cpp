@@ -5,6 +5,8 @@
 #include <bit>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
+#include <map>
 
 namespace picture {
 
@@ -53,8 +55,8 @@ Ratio ratioOf(Kind kind) {
     }
 }
 
-int sampleAt(Dump dump, Storage storage, Index i) {
-    const auto byte = [&](Index at) { return int{dump[static_cast<std::size_t>(at)]}; };
+template <Storage storage> int sampleAt(Dump dump, std::size_t i) {
+    const auto byte = [&](std::size_t at) { return int{dump[at]}; };
     switch (storage) {
     case Storage::bytes: return byte(i);
     case Storage::littleEndian: return byte(2 * i) | byte(2 * i + 1) << 8;
@@ -68,16 +70,26 @@ int sampleAt(Dump dump, Storage storage, Index i) {
     }
 }
 
-// How far to the left the next sample of the same colour lies, in samples.
-Index leftOf(Kind kind, Index i) {
-    switch (kind) {
-    case Kind::grey: return 1;
-    case Kind::mosaic: return 2;
-    case Kind::rgba: return 4;
-    case Kind::yuv422: return i % 2 ? 2 : 4;                       // U Y V Y
-    case Kind::yuv411: return i % 3 == 0 ? 6 : i % 3 == 1 ? 2 : 1; // U Y Y V Y Y
-    default: return 3;
+// Samples from the `first` on.
+void readSamples(Dump dump, Storage storage, Index first, std::span<int> samples) {
+    const auto read = [&](int (*sample)(Dump, std::size_t)) {
+        auto i = static_cast<std::size_t>(first);
+        for (int& each : samples) each = sample(dump, i++);
+    };
+    switch (storage) { // here, so that each loop has its own reader in it
+    case Storage::bytes: return read(sampleAt<Storage::bytes>);
+    case Storage::littleEndian: return read(sampleAt<Storage::littleEndian>);
+    case Storage::bigEndian: return read(sampleAt<Storage::bigEndian>);
+    case Storage::packed12: return read(sampleAt<Storage::packed12>);
+    case Storage::stream10: return read(sampleAt<Storage::stream10>);
+    default: return read(sampleAt<Storage::stream12>);
     }
+}
+
+int sampleAt(Dump dump, Storage storage, Index i) {
+    int sample;
+    readSamples(dump, storage, i, {&sample, 1});
+    return sample;
 }
 
 // ---- What a model costs
@@ -107,26 +119,53 @@ double bitsFor(double residual, int sampleBits) {
     return std::min(std::log2(1 + 2 * 2.718 * residual), static_cast<double>(sampleBits));
 }
 
+// Two runs of samples, one above the other, and what lies to the left of them.
+constexpr Index margin = 6;
+using Run = std::array<int, margin + runLength>;
+
+// The sum of residuals. `left` says how far to the left of a sample the next one of its colour lies.
+template <class Left> int residualsOf(const Run& here, const Run& above, int modulus, const Left& left) {
+    int sum = 0;
+    for (std::size_t i = margin; i < here.size(); ++i) {
+        const std::size_t from = i - left(i);
+        const int residual = std::abs(here[i] - predicted(here[from], above[i], above[from]));
+        sum += std::min(residual, modulus - residual);
+    }
+    return sum;
+}
+
+// ... which begin at such a sample of their rows.
+int residualsOf(const Run& here, const Run& above, int modulus, Kind kind, std::size_t x) {
+    const auto sum = [&](const auto& left) { return residualsOf(here, above, modulus, left); };
+    switch (kind) {
+    case Kind::grey: return sum([](std::size_t) -> std::size_t { return 1; });
+    case Kind::mosaic: return sum([](std::size_t) -> std::size_t { return 2; });
+    case Kind::rgba: return sum([](std::size_t) -> std::size_t { return 4; });
+    case Kind::yuv422: return sum([x](std::size_t i) -> std::size_t { return (x + i) % 2 ? 2 : 4; }); // U Y V Y
+    case Kind::yuv411:
+        return sum([x](std::size_t i) -> std::size_t {
+            return (x + i) % 3 == 0 ? 6 : (x + i) % 3 == 1 ? 2 : 1;
+        }); // U Y Y V Y Y
+    default: return sum([](std::size_t) -> std::size_t { return 3; });
+    }
+}
+
 // Bits for a sample, by so many runs of samples here and there.
 double bitsOfSamples(Dump dump, const Layout& layout, Index width, Index height, int runs) {
     const Ratio ratio = ratioOf(layout.kind);
     const Index row = width * ratio.samples / ratio.pixels, above = layout.kind == Kind::mosaic ? 2 * row : row;
-    const Index firstRow = above / row, margin = 6;
+    const Index firstRow = above / row;
     if (row < margin + runLength + 2 || height <= firstRow) return impossible;
     const int bits = bitsOf(layout.storage), modulus = 1 << bits;
     Random random;
     double sum = 0;
     for (int run = 0; run < runs; ++run) {
         const Index y = firstRow + random.below(height - firstRow);
-        const Index start = y * row + margin + random.below(row - margin - runLength);
-        int residuals = 0;
-        for (Index i = start; i < start + runLength; ++i) {
-            const Index left = leftOf(layout.kind, i - y * row);
-            const auto sample = [&](Index at) { return sampleAt(dump, layout.storage, at); };
-            const int residual =
-                std::abs(sample(i) - predicted(sample(i - left), sample(i - above), sample(i - above - left)));
-            residuals += std::min(residual, modulus - residual);
-        }
+        const Index x = random.below(row - margin - runLength);
+        Run here, there;
+        readSamples(dump, layout.storage, y * row + x, here);
+        readSamples(dump, layout.storage, y * row + x - above, there);
+        const int residuals = residualsOf(here, there, modulus, layout.kind, static_cast<std::size_t>(x));
         sum += bitsFor(static_cast<double>(residuals) / runLength, bits);
     }
     return sum / runs;
@@ -158,9 +197,17 @@ struct UsedBits {
     unsigned first = 0, second = 0;
 };
 UsedBits usedBits(Dump dump) {
-    UsedBits used;
-    for (std::size_t i = 0; i + 1 < dump.size(); i += 2) used.first |= dump[i], used.second |= dump[i + 1];
-    return used;
+    std::uint64_t used = 0, four = 0;
+    std::size_t i = 0;
+    for (; i + 8 <= dump.size(); i += 8) {
+        std::memcpy(&four, &dump[i], 8); // pairs, of a little-endian machine
+        used |= four;
+    }
+    used |= used >> 32;
+    used |= used >> 16;
+    UsedBits bits{static_cast<unsigned>(used & 0xFF), static_cast<unsigned>(used >> 8 & 0xFF)};
+    for (; i + 1 < dump.size(); i += 2) bits.first |= dump[i], bits.second |= dump[i + 1];
+    return bits;
 }
 
 // What speaks against a storage, as bits for each byte: words use the bits from one to another; and if they leave the
@@ -217,7 +264,7 @@ private:
 bool greenFirst(Dump dump, Storage storage, Index width, Index height) {
     Random random;
     Likeness main, other;
-    for (int i = 0; i < 20000; ++i) {
+    for (int i = 0; i < 5000; ++i) {
         const Index at = random.below(height / 2) * 2 * width + random.below(width / 2) * 2;
         const auto sample = [&](Index offset) { return sampleAt(dump, storage, at + offset); };
         main.add(sample(0), sample(width + 1));
@@ -259,24 +306,32 @@ bool looksLikeYuv444(const ChannelStatistics& s) {
 }
 
 // Which bits of words are used. A few samples may be out of range.
-void setBits(Dump dump, Guess& guess) {
-    guess.bits = static_cast<unsigned>(bitsOf(guess.storage));
-    if (guess.bits != 16) return;
+struct Depth {
+    unsigned bits;
+    bool high;
+};
+Depth depthOf(Dump dump, Storage storage) {
+    if (bitsOf(storage) != 16) return {static_cast<unsigned>(bitsOf(storage)), false};
     const Index count = static_cast<Index>(dump.size()) / 2;
     Index samplesOfLength[17] = {};
     unsigned used = 0;
-    for (Index i = 0; i < count; ++i) {
-        const auto sample = static_cast<unsigned>(sampleAt(dump, guess.storage, i));
-        used |= sample;
-        ++samplesOfLength[std::bit_width(sample)];
+    constexpr Index most = 4096;
+    int some[most];
+    for (Index i = 0; i < count; i += most) {
+        const std::span part = std::span(some).first(static_cast<std::size_t>(std::min(most, count - i)));
+        readSamples(dump, storage, i, part);
+        for (const int sample : part) {
+            used |= static_cast<unsigned>(sample);
+            ++samplesOfLength[std::bit_width(static_cast<unsigned>(sample))];
+        }
     }
     int top = 16;
     for (Index above = samplesOfLength[16]; top > 0 && above <= count / 25000; above += samplesOfLength[--top]) {
     }
     const int bottom = std::countr_zero(used);
     const auto depth = [](int bits) { return bits <= 10 ? 10u : bits <= 12 ? 12u : bits <= 14 ? 14u : 16u; };
-    guess.highBits = top == 16 && bottom >= 2 && bottom <= 6;
-    guess.bits = depth(guess.highBits ? 16 - bottom : top);
+    const bool high = top == 16 && bottom >= 2 && bottom <= 6;
+    return {depth(high ? 16 - bottom : top), high};
 }
 
 // Columns at the right that have one value all over.
@@ -295,8 +350,9 @@ std::uint32_t paddingOf(Dump dump, const Guess& guess) {
     return static_cast<std::uint32_t>(alike / samples / cell * cell);
 }
 
-void describe(Dump dump, Guess& guess) {
-    setBits(dump, guess);
+void describe(Dump dump, Guess& guess, const Depth& depth) {
+    guess.bits = depth.bits;
+    guess.highBits = depth.high;
     guess.padding = paddingOf(dump, guess);
     if (guess.kind == Kind::mosaic) guess.greenFirst = greenFirst(dump, guess.storage, guess.width, guess.height);
     if (guess.kind != Kind::rgb) return;
@@ -349,11 +405,18 @@ std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_
         for (Guess& one : guesses)
             one.cost += (drawn ? 10 : 1) * strangeness(one.width, one.height, usual) + doubtsOf(used, one.storage);
     };
+    // Among so many is the best of all.
+    weigh(25);
+    keepBest(guesses, 20 * count + 100);
     weigh(100);
-    keepBest(guesses, 4 * count + 30); // among so many is the best of all
+    keepBest(guesses, 4 * count + 30);
     weigh(500);
     keepBest(guesses, count);
-    for (Guess& one : guesses) describe(dump, one);
+    std::map<Storage, Depth> depths;
+    for (Guess& one : guesses) {
+        if (!depths.contains(one.storage)) depths[one.storage] = depthOf(dump, one.storage);
+        describe(dump, one, depths[one.storage]);
+    }
     return guesses;
 }
 
