@@ -43,6 +43,7 @@ run_tests() { # preset, options of ctest
         return 1
     }
 }
+build_for_windows() { scripts/windows-libraries.sh && build windows; }
 # Wine does not run everywhere: then the build alone is the test.
 test_in_wine() {
     if WINEDEBUG=-all WINEPREFIX=$PWD/build/windows/windows timeout 120 wine cmd /c exit; then
@@ -83,8 +84,8 @@ step "Fuzzers, a minute each" fuzz/run.sh 60
 step "Packages for other machines" scripts/packages.sh cross
 step "aarch64: build" build aarch64
 step "aarch64: tests, in an emulator" run_tests aarch64
-step "Windows: build" build windows
-step "Windows: tests, in Wine" test_in_wine
+step "Windows: build" build_for_windows
+step "Windows: tests, the converter's and of the package, in Wine" test_in_wine
 step "Packages for browsers" scripts/packages.sh web
 step "WebAssembly" web/run_tests.sh
 step "Debian packages, built twice with the same bytes; lintian" scripts/package.sh --twice

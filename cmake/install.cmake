@@ -12,6 +12,7 @@ endforeach()
 
 install(TARGETS orvella EXPORT orvella-targets
   LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+  RUNTIME COMPONENT runtime
   ARCHIVE COMPONENT development)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 

@@ -6,6 +6,9 @@ target_compile_options(orvella_options INTERFACE
   -ffp-contract=off # a fused multiply-add would change the double-precision formulas
   $<$<BOOL:${EMSCRIPTEN}>:-Wno-shorten-64-to-32> # sizes that are computed with 64 bits, of what is in memory
   $<$<BOOL:${ORVELLA_WERROR}>:-Werror>)
+if(WIN32)
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin) # programs look for DLLs beside them
+endif()
 if(MINGW)
   add_link_options(-static) # the compiler's libraries and those of threads: people have no DLLs of them
 endif()

@@ -20,7 +20,7 @@ package=("${build[@]}" build-essential debhelper devscripts dpkg-dev debootstrap
 web=("${build[@]}" emscripten nodejs esbuild chromium chromium-driver python3-selenium)
 docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
 cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest llvm-19
-    g++-mingw-w64-x86-64-posix wine wine64)
+    g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev wine wine64)
 
 case ${1:-build} in
 test) wanted=("${test[@]}") ;;

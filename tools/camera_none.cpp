@@ -14,7 +14,7 @@ std::vector<Camera> findCameras() { refuse(); }
 std::uint64_t grab(const CameraSettings&, const std::function<void(const FrameFormat&, Bytes)>&) { refuse(); }
 
 std::string cameraSupport() {
-    return "built without Aravis (install libaravis-dev and libusb-1.0-0-dev, then configure and build again)";
+    return "built without Aravis (on Linux install libaravis-dev and libusb-1.0-0-dev, then configure and build again)";
 }
 
 } // namespace tool

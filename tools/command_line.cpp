@@ -3,6 +3,8 @@
 #include "command_line.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "commands.h"
@@ -48,6 +50,19 @@ template <class T>
 CLI::Option* add(CLI::App& command, const std::string& names, T& value, const std::string& argument,
                  const std::string& help) {
     return command.add_option(names, value, help)->check(requireValue)->option_text(argument);
+}
+
+// A file's name is UTF-8 here, whatever the system's own are.
+std::filesystem::path pathOf(const std::string& name) { return std::u8string(name.begin(), name.end()); }
+
+CLI::Option* add(CLI::App& command, const std::string& names, std::filesystem::path& value, const std::string& help) {
+    return command.add_option_function<std::string>(
+        names, [&value](const std::string& name) { value = pathOf(name); }, help);
+}
+
+CLI::Option* add(CLI::App& command, const std::string& names, std::filesystem::path& value, const std::string& argument,
+                 const std::string& help) {
+    return add(command, names, value, help)->check(requireValue)->option_text(argument);
 }
 
 void addFrameOptions(CLI::App& command, FrameOptions& frame, bool required) {
@@ -166,7 +181,12 @@ void addConvert(CLI::App& program) {
     addAdjustments(command, options->adjustments);
     add(command, "--output-directory", options->directory, "DIRECTORY",
         "Where any number of inputs go; made if it is missing");
-    command.add_option("FILES", options->files, "Raw frames and the picture; - is standard input or output")
+    const auto addFiles = [options](const std::vector<std::string>& names) {
+        std::ranges::transform(names, std::back_inserter(options->files), pathOf);
+    };
+    command
+        .add_option_function<std::vector<std::string>>("FILES", addFiles,
+                                                       "Raw frames and the picture; - is standard input or output")
         ->required();
     command.callback([options] { convertCommand(*options); });
 }
@@ -182,7 +202,7 @@ void addGuess(CLI::App& program) {
     add(command, "--sheet", options->sheet, "PICTURE", "Show them, side by side, numbered as in the list");
     add(command, "--skip", options->skip, "BYTES", "What stands before the frame");
     add(command, "-n,--count", options->count, "N", "How many, by default 6")->check(CLI::Range(1, 99));
-    command.add_option("FILE", options->file, "The dump of one frame; - is standard input")->required();
+    add(command, "FILE", options->file, "The dump of one frame; - is standard input")->required();
     command.callback([options] { guessCommand(*options); });
 }
 
@@ -203,7 +223,7 @@ void addChart(CLI::App& program) {
     addFrameOptions(command, options->frame, true);
     add(command, "--truth", options->truth, "PICTURE",
         "Write the chart itself, too: the picture that a perfect conversion makes");
-    command.add_option("OUTPUT", options->output, "The raw frame; - is standard output")->required();
+    add(command, "OUTPUT", options->output, "The raw frame; - is standard output")->required();
     command.callback([options] { chartCommand(*options); });
 }
 
@@ -228,7 +248,7 @@ void addGrab(CLI::App& program) {
     add(command, "--set", options->features, "FEATURE=VALUE", "Set a feature of the camera; may be repeated")
         ->allow_extra_args(false);
     add(command, "-n,--frames", options->frames, "N", "How many frames, by default 1")->check(CLI::Range(1, 1000000));
-    command.add_option("OUTPUT", options->output, "The raw frame, the picture or the directory; - is standard output")
+    add(command, "OUTPUT", options->output, "The raw frame, the picture or the directory; - is standard output")
         ->required();
     command.callback([options] { grabCommand(*options); });
 }
@@ -263,11 +283,12 @@ void requireCommand(const CLI::App& program, const std::string& first) {
 
 } // namespace
 
-int runCommandLine(int argc, char** argv) {
+int runCommandLine(std::vector<std::string> arguments) {
     CLI::App program("Turns the raw frames of industrial cameras into pictures.", "orvella");
     program.formatter(std::make_shared<Help>("Usage: orvella COMMAND [OPTIONS] ..."));
     program.set_version_flag("--version", "orvella " ORVELLA_VERSION_STRING, "Print the version and exit");
     program.require_subcommand(1);
+    program.allow_windows_style_options(false); // /x is a file, here as elsewhere
     addConvert(program);
     addGuess(program);
     addChart(program);
@@ -280,7 +301,6 @@ int runCommandLine(int argc, char** argv) {
                    "'orvella COMMAND --help' explains a command and shows examples.\n"
                    "Exit code: 0 done, 1 failed, 2 the command line makes no sense.");
 
-    std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments.size() == 1 && (arguments[0] == "help" || arguments[0] == "version"))
         arguments[0] = "--" + arguments[0];
     requireCommand(program, arguments.empty() ? "" : arguments[0]);

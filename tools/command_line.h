@@ -1,8 +1,11 @@
 #pragma once
+#include <string>
+#include <vector>
 
 namespace tool {
 
-// Reads the command line and runs its command. Returns the exit code, or throws Error or UsageError.
-int runCommandLine(int argc, char** argv);
+// Reads the command line, without the program's name, and runs its command. Returns the exit code, or throws Error or
+// UsageError.
+int runCommandLine(std::vector<std::string> arguments);
 
 } // namespace tool

@@ -32,12 +32,13 @@ public:
 
     fs::path operator()(const FrameFormat& frame, unsigned number) const {
         if (path_ == "-" || (single_ && !inDirectory_)) return path_;
-        std::string name = path_.stem().string();
+        fs::path name = path_.stem();
         char digits[16];
         std::snprintf(digits, sizeof digits, "-%04u", number);
         if (!single_) name += digits;
-        if (type() == FileType::raw) name.append("_").append(nameOf(frame));
-        return path_.parent_path() / (name + path_.extension().string());
+        if (type() == FileType::raw) (name += "_") += nameOf(frame);
+        name += path_.extension();
+        return path_.parent_path() / name;
     }
 
 private:

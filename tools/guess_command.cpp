@@ -45,7 +45,7 @@ void print(const std::filesystem::path& path, const Bytes& dump, const std::vect
     std::puts("The number: bits that a byte of it would take if it were so; the fewer, the likelier.");
     if (path == "-") return;
     std::printf("Look at the first: orvella convert --auto %s %s picture.png\n",
-                optionsFor(guesses[0].frames[0]).c_str(), path.c_str());
+                optionsFor(guesses[0].frames[0]).c_str(), path.string().c_str());
 }
 
 // The dump developed by each guess, numbered.

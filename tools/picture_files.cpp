@@ -1,9 +1,11 @@
 #include "picture_files.h"
 
 #include <csetjmp>
+#include <fstream>
 #include <memory>
 #include <png.h>
 #include <tiffio.h>
+#include <tiffio.hxx>
 
 #include "errors.h"
 
@@ -15,15 +17,20 @@ namespace fs = std::filesystem;
 
 // ---- TIFF
 
-using Tiff = std::unique_ptr<TIFF, decltype(&TIFFClose)>;
+class Tiff {
+public:
+    explicit Tiff(const fs::path& path) : stream_(path, std::ios::binary) {
+        TIFFSetWarningHandler(nullptr);
+        TIFFSetErrorHandler(nullptr);
+        if (stream_) file_.reset(TIFFStreamOpen("TIFF", &stream_));
+        if (!file_) throw Error("cannot read the TIFF file " + path.string());
+    }
+    TIFF* get() const { return file_.get(); }
 
-Tiff openTiff(const fs::path& path) {
-    TIFFSetWarningHandler(nullptr);
-    TIFFSetErrorHandler(nullptr);
-    Tiff tiff(TIFFOpen(path.c_str(), "r"), TIFFClose);
-    if (!tiff) throw Error("cannot read the TIFF file " + path.string());
-    return tiff;
-}
+private:
+    std::ifstream stream_;
+    std::unique_ptr<TIFF, decltype(&TIFFClose)> file_{nullptr, TIFFClose};
+};
 
 template <class T> T field(const Tiff& tiff, std::uint32_t tag) {
     T value{};
@@ -36,7 +43,7 @@ FrameFormat tiffFrame(const fs::path& path, const Tiff& tiff) {
     const Size size{field<std::uint32_t>(tiff, TIFFTAG_IMAGEWIDTH), field<std::uint32_t>(tiff, TIFFTAG_IMAGELENGTH)};
     const unsigned channels = field<std::uint16_t>(tiff, TIFFTAG_SAMPLESPERPIXEL);
     const unsigned bits = field<std::uint16_t>(tiff, TIFFTAG_BITSPERSAMPLE);
-    const FrameFormat frame = plainFrame(path, size, channels, bits, false);
+    const FrameFormat frame = plainFrame(path.string(), size, channels, bits, false);
     const bool oneByOne = channels == 1 || field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_CONTIG;
     const auto line = static_cast<std::uint64_t>(TIFFScanlineSize(tiff.get()));
     if (bits % 8 != 0 || !oneByOne || TIFFIsTiled(tiff.get()) ||
@@ -46,13 +53,13 @@ FrameFormat tiffFrame(const fs::path& path, const Tiff& tiff) {
 }
 
 FileHeader tiffHeader(const fs::path& path) {
-    const Tiff tiff = openTiff(path);
+    const Tiff tiff(path);
     const FrameFormat frame = tiffFrame(path, tiff);
     return {frame, 0, static_cast<unsigned>(TIFFNumberOfDirectories(tiff.get()))};
 }
 
 Bytes readTiff(const fs::path& path, unsigned page) {
-    const Tiff tiff = openTiff(path);
+    const Tiff tiff(path);
     const FrameFormat first = tiffFrame(path, tiff);
     const auto broken = [&] { return Error("cannot read page " + std::to_string(page) + " of " + path.string()); };
     if (TIFFSetDirectory(tiff.get(), page - 1) != 1) throw broken();
@@ -74,8 +81,8 @@ Bytes readTiff(const fs::path& path, unsigned page) {
 class PngReader {
 public:
     // The other constructor has made what is destroyed if this one throws.
-    explicit PngReader(const fs::path& path) : PngReader(path, std::fopen(path.c_str(), "rb")) {
-        if (!file_) throw Error("cannot open " + path.string());
+    explicit PngReader(const fs::path& path) : PngReader(path, std::ifstream(path, std::ios::binary)) {
+        if (!stream_) throw Error("cannot open " + path.string());
         if (!info_) throw std::bad_alloc();
         png_set_error_fn(
             png_, nullptr, [](png_structp png, png_const_charp) { png_longjmp(png, 1); },
@@ -102,15 +109,20 @@ public:
     }
 
 private:
-    PngReader(const fs::path& path, std::FILE* file)
-        : path_(path), file_(file, &std::fclose),
+    PngReader(const fs::path& path, std::ifstream stream)
+        : path_(path), stream_(std::move(stream)),
           png_(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr)),
           info_(png_ ? png_create_info_struct(png_) : nullptr) {}
     Error broken() const { return Error("cannot read the PNG file " + path_.string()); }
+    static void read(png_structp png, png_bytep bytes, std::size_t count) {
+        auto& stream = *static_cast<std::ifstream*>(png_get_io_ptr(png));
+        if (!stream.read(reinterpret_cast<char*>(bytes), static_cast<std::streamsize>(count)))
+            png_error(png, "it ends");
+    }
     // libpng reports errors by jumping back into these functions, so nothing here needs destruction.
     bool tryToReadHeader() {
         if (setjmp(png_jmpbuf(png_))) return false;
-        png_init_io(png_, file_.get());
+        png_set_read_fn(png_, &stream_, read);
         png_read_info(png_, info_);
         png_set_expand(png_);
         png_set_swap(png_); // PNG words are big-endian
@@ -125,7 +137,7 @@ private:
     }
 
     fs::path path_;
-    std::unique_ptr<std::FILE, int (*)(std::FILE*)> file_;
+    std::ifstream stream_;
     png_structp png_;
     png_infop info_;
 };

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <unistd.h>
+
+#include "system.h"
 
 namespace tool {
 
-Progress::Progress(std::size_t steps) : steps_(steps), visible_(steps > 1 && ::isatty(STDERR_FILENO) == 1) {}
+Progress::Progress(std::size_t steps) : steps_(steps), visible_(steps > 1 && errorsAreOnTerminal()) {}
 
 void Progress::show(std::size_t done, const std::string& current) const {
     if (!visible_) return;

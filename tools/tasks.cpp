@@ -18,12 +18,19 @@ fs::path trueName(const fs::path& path) {
     return error ? path : name;
 }
 
+// "picture.png" with "-0001" is "picture-0001.png".
+fs::path beforeEnding(const fs::path& path, const std::string& what) {
+    fs::path name = path.stem();
+    name += what;
+    name += path.extension();
+    return path.parent_path() / name;
+}
+
 std::vector<fs::path> outputsFor(const fs::path& path, std::string_view planes) {
     if (planes.empty()) return {path};
     if (path == "-") throw UsageError("planes are several files; give the output a name");
     std::vector<fs::path> paths;
-    for (const char plane : planes)
-        paths.push_back(path.parent_path() / (path.stem().string() + "." + plane + path.extension().string()));
+    for (const char plane : planes) paths.push_back(beforeEnding(path, {'.', plane}));
     return paths;
 }
 
@@ -62,7 +69,7 @@ fs::path numbered(const fs::path& path, unsigned number) {
     if (path == "-") return path;
     char digits[16];
     std::snprintf(digits, sizeof digits, "-%04u", number);
-    return path.parent_path() / (path.stem().string() + digits + path.extension().string());
+    return beforeEnding(path, digits);
 }
 
 } // namespace tool

@@ -1,63 +1,64 @@
 #include "temporary.h"
 
-#include <csignal>
-#include <cstdio>
-#include <cstdlib>
+#include <cerrno>
 #include <mutex>
+#include <random>
 #include <set>
-#include <thread>
-#include <unistd.h>
+#include <string>
+
+#include "system.h"
 
 namespace tool {
 
 namespace {
 
-std::mutex mutex;
-std::set<std::string> files; // guarded by the mutex
+namespace fs = std::filesystem;
 
-// Waits in a thread of its own, where a signal finds it able to lock and to unlink.
-void endWhenSignalled(sigset_t signals) {
-    int signal = 0;
-    if (::sigwait(&signals, &signal) != 0) return;
-    const std::lock_guard lock(mutex); // to the end: no file is made or renamed any more
-    for (const std::string& file : files) ::unlink(file.c_str());
-    std::signal(signal, SIG_DFL);
-    ::pthread_sigmask(SIG_UNBLOCK, &signals, nullptr);
-    std::raise(signal);
+std::mutex mutex;
+std::set<fs::path> files; // guarded by the mutex
+
+void removeFile(const fs::path& name) {
+    std::error_code none;
+    fs::remove(name, none);
+}
+
+void removeAll() {
+    mutex.lock(); // to the end: no file is made or renamed any more
+    for (const fs::path& name : files) removeFile(name);
+}
+
+std::string anyName() {
+    static std::random_device random;
+    return ".orvella." + std::to_string(random());
 }
 
 } // namespace
 
-void guardTemporaryFiles() {
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        struct sigaction action {};
-        ::sigaction(signal, nullptr, &action);
-        if (action.sa_handler != SIG_IGN) sigaddset(&signals, signal); // as nohup and shells ask for
-    }
-    ::pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    std::thread(endWhenSignalled, signals).detach();
-}
+void guardTemporaryFiles() { whenInterrupted(removeAll); }
 
-int makeTemporaryFile(std::string& pattern) {
+int makeTemporaryFile(const fs::path& target, fs::perms permissions, fs::path& name) {
     const std::lock_guard lock(mutex);
-    const int descriptor = ::mkstemp(pattern.data());
-    if (descriptor >= 0) files.insert(pattern);
+    int descriptor = -1;
+    do {
+        name = target.parent_path() / anyName();
+        descriptor = createFile(name, permissions);
+    } while (descriptor < 0 && errno == EEXIST);
+    if (descriptor >= 0) files.insert(name);
     return descriptor;
 }
 
-void discardTemporaryFile(const std::string& path) {
+void discardTemporaryFile(const fs::path& name) {
     const std::lock_guard lock(mutex);
-    if (files.erase(path) > 0) ::unlink(path.c_str());
+    if (files.erase(name) > 0) removeFile(name);
 }
 
-std::size_t keepTemporaryFiles(const std::vector<std::pair<std::string, std::string>>& fromTo) {
+std::size_t keepTemporaryFiles(const std::vector<std::pair<fs::path, fs::path>>& fromTo, std::error_code& error) {
     const std::lock_guard lock(mutex);
     std::size_t kept = 0;
     for (; kept < fromTo.size(); ++kept) {
         const auto& [from, to] = fromTo[kept];
-        if (std::rename(from.c_str(), to.c_str()) != 0) break;
+        fs::rename(from, to, error);
+        if (error) break;
         files.erase(from);
     }
     return kept;

@@ -189,8 +189,19 @@ TEST_F(Convert, StandardInputAndOutput) {
     succeed(mosaic + "mosaic.raw picture.ppm");
     EXPECT_EQ(succeed(mosaic + "- - --type ppm", frame).out, readFile(path("picture.ppm")));
     EXPECT_EQ(succeed("chart -f BayerRG8 -s 64x48 -").out, frame);
-    succeed(mosaic + "- /dev/null --type png", frame);
+}
+
+TEST_F(Convert, DevicesStayWhatTheyAre) {
+    succeed(mosaic + "mosaic.raw /dev/null --type png");
     EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+}
+
+TEST_F(Convert, NamesAreInAnyLanguage) {
+    succeed(mosaic + "mosaic.raw Größe.png");
+    succeed("convert Größe.png 日本.tif");
+    succeed("convert 日本.tif --output-directory été -t planes --type pgm");
+    EXPECT_EQ(files(), (Names{"Größe.png", "grey.raw", "mosaic.raw", "été/日本.b.pgm", "été/日本.g.pgm",
+                              "été/日本.r.pgm", "日本.tif"}));
 }
 
 TEST_F(Convert, ManyInputs) {

@@ -56,7 +56,6 @@ TEST_F(Errors, WrongFiles) {
         {convert + "right.raw none/out.png", 1, {"none/out.png", "No such file"}},
         {convert + "right.raw folder.png", 2, {"folder.png", "is a directory"}},
         {convert + "right.raw -t planes planes.png", 1, {"planes.b.png", "Is a directory"}}, // and no planes.r.png
-        {convert + "right.raw --type png /dev/full", 1, {"/dev/full", "No space left"}},
         {convert + "right.raw --output-directory short.raw", 1, {"short.raw"}},
     });
     expectEach({{convert + "- out.png", 1, {"standard input", "expected 100 bytes", "found 5"}}}, "five!");
@@ -118,7 +117,6 @@ TEST_F(Errors, Usage) {
         {"conver in.raw out.png", 2, {"'conver'", "did you mean convert?"}},
         {"in.raw out.png", 2, {"orvella convert in.raw"}},
         {convert + "in.raw .", 2, {"'.' is a directory", "--output-directory"}},
-        {"grab out.jpeg", 2, {"rename it"}},
         {"convert in.raw out.png", 2, {"--format", "--size", "x_BayerRG12p_2448x2048.raw"}},
         {"convert -f Mono8 -s 8 in.raw out.png", 2, {"'8'", "2448x2048"}},
         {"convert -f Mono8 -s 0x8 in.raw out.png", 2, {"'0x8'"}},
@@ -155,7 +153,7 @@ TEST_F(Errors, Usage) {
         {convert + "--big-endian in.raw out.png", 2, {"16-bit samples", "Mono8"}},
         {convert + "--raw in.raw ./in.raw", 2, {"overwritten"}},
         {convert + "-t planes --raw in.g.raw in.raw", 2, {"in.g.raw", "overwritten"}},
-        {convert + "--raw in.g.raw in.raw -t planes --output-directory .", 2, {"./in.g.raw", "overwritten"}},
+        {convert + "--raw in.g.raw in.raw -t planes --output-directory .", 2, {"in.g.raw", "overwritten"}},
         {convert + "in.raw ./in.raw --output-directory out", 2, {"both become"}},
         {"grab -n 0 out.raw", 2, {"--frames"}},
     });
@@ -173,7 +171,8 @@ TEST_F(Errors, ADiskThatFillsUp) {
     const std::string convert = "convert -f Mono8 -s 100x100 in.raw ";
     expectEach({{convert + "-t BGR24 new.raw", 1, {"new.raw", "File too large"}},
                 {convert + "-t BGR24 old.raw", 1, {"old.raw", "File too large"}},
-                {convert + "-t planes new.raw", 1, {"new.r.raw", "File too large"}}});
+                {convert + "-t planes new.raw", 1, {"new.r.raw", "File too large"}},
+                {convert + "--type png /dev/full", 1, {"/dev/full", "No space left"}}});
     ::setrlimit(RLIMIT_FSIZE, &unlimited);
     ::signal(SIGXFSZ, SIG_DFL);
     EXPECT_EQ(readFile(path("old.raw")), "old");

@@ -79,6 +79,7 @@ TEST_F(Listings, GrabTakesFramesOfTheSimulatedCamera) {
     EXPECT_EQ(run(grab + "-f Mono8 -n 20 -").out.size(), 20u * 64 * 48);
     EXPECT_EQ(run(grab + "--set Nonsense=1 frame2.raw").code, 1);
     EXPECT_EQ(run("grab -c no-such-camera frame2.raw").code, 1);
+    EXPECT_NE(run("grab out.jpeg").err.find("rename it"), std::string::npos);
 }
 
 } // namespace

@@ -21,6 +21,23 @@ std::string readFile(const fs::path& path) {
 
 void writeFile(const fs::path& path, const std::string& content) { std::ofstream(path, std::ios::binary) << content; }
 
+namespace {
+
+// ORVELLA_PROGRAM, if set, is another one, in an emulator for example: "wine orvella.exe".
+const char* programToTest() {
+    const char* const other = std::getenv("ORVELLA_PROGRAM");
+    return other ? other : ORVELLA_PROGRAM;
+}
+
+// Text, whose lines end in one character everywhere, or bytes as they are.
+std::string withPlainLines(std::string out) {
+    const auto inText = [](char c) { return c == '\r' || c == '\n' || (c >= ' ' && c <= '~'); };
+    if (std::ranges::all_of(out, inText)) std::erase(out, '\r');
+    return out;
+}
+
+} // namespace
+
 ProgramTest::ProgramTest() {
     std::string name = (fs::temp_directory_path() / "orvella-test-XXXXXX").string();
     scratch_ = ::mkdtemp(name.data());
@@ -31,9 +48,8 @@ ProgramTest::ProgramTest() {
 ProgramTest::~ProgramTest() { fs::remove_all(scratch_); }
 
 pid_t ProgramTest::start(const std::string& arguments, const std::string& input) const {
-    std::vector<std::string> words{ORVELLA_PROGRAM};
-    std::istringstream stream(arguments);
-    words.insert(words.end(), std::istream_iterator<std::string>(stream), {});
+    std::istringstream stream(programToTest() + (' ' + arguments));
+    std::vector<std::string> words(std::istream_iterator<std::string>(stream), {});
     std::ranges::replace(words, "''", std::string());
     std::vector<char*> argv;
     for (std::string& word : words) argv.push_back(word.data());
@@ -48,7 +64,7 @@ pid_t ProgramTest::start(const std::string& arguments, const std::string& input)
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, err.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
     posix_spawn_file_actions_addchdir_np(&actions, directory_.c_str());
     pid_t child = 0;
-    const int spawned = ::posix_spawn(&child, argv[0], &actions, nullptr, argv.data(), environ);
+    const int spawned = ::posix_spawnp(&child, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     EXPECT_EQ(spawned, 0) << "cannot start " << argv[0];
     return child;
@@ -58,7 +74,8 @@ Outcome ProgramTest::run(const std::string& arguments, const std::string& input)
     const pid_t child = start(arguments, input);
     int status = -1;
     if (child != 0) ::waitpid(child, &status, 0);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, readFile(scratch_ / "out"), readFile(scratch_ / "err")};
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, withPlainLines(readFile(scratch_ / "out")),
+            withPlainLines(readFile(scratch_ / "err"))};
 }
 
 bool ProgramTest::interrupt(const std::string& arguments, int signal) const {

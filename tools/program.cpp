@@ -1,12 +1,13 @@
+#include "program.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <malloc.h>
 #include <new>
-#include <string>
 
 #include "command_line.h"
 #include "errors.h"
+#include "system.h"
 #include "temporary.h"
 
 namespace {
@@ -18,12 +19,6 @@ int complain(const char* message, int code) {
     return code;
 }
 
-// The buffers of a frame serve the next one, instead of going back to the system, which would clear them again.
-void reuseBuffers() {
-    ::mallopt(M_MMAP_THRESHOLD, 1 << 30);
-    ::mallopt(M_TRIM_THRESHOLD, 1 << 30);
-}
-
 // What was printed may not have arrived, on a full disk for example.
 void finishOutput() {
     if (std::fflush(stdout) != 0 || std::ferror(stdout) != 0)
@@ -32,14 +27,14 @@ void finishOutput() {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int tool::runProgram(std::vector<std::string> arguments) {
     try {
         reuseBuffers();
-        tool::guardTemporaryFiles();
-        const int code = tool::runCommandLine(argc, argv);
+        guardTemporaryFiles();
+        const int code = runCommandLine(std::move(arguments));
         finishOutput();
         return code;
-    } catch (const tool::UsageError& error) {
+    } catch (const UsageError& error) {
         return complain(error.what(), usage);
     } catch (const std::bad_alloc&) {
         return complain("not enough memory", failure);
