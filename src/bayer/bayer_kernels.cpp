@@ -19,7 +19,13 @@ struct GreyBgr24 {
     static constexpr int bytes = 3;
     static constexpr bool keeps = false;
     template <class Colours> static INLINE void put(u8* d, const Colours& p) {
-        WriterOf<OrvOutputBgr24>::put(d, Grey{highBytes(weigh<bt601>(p))});
+        WriterOf<OrvOutputBgr24>::put(d, greyOf(p));
+    }
+
+private:
+    template <class Colours> static INLINE Grey greyOf(const Colours& p) { return {grey<bt601>(p)}; }
+    template <class Colours> static INLINE Apart<Grey> greyOf(const Apart<Colours>& p) {
+        return {greyOf(p.even), greyOf(p.odd)};
     }
 };
 

@@ -31,15 +31,23 @@ struct YuvLine {
 struct YuvLineSink {
     const YuvLine& line;
 
+    static constexpr Weights u{43, 85, -128, 0}, v{-128, 107, 21, 0};
+
+    template <class Colours> INLINE void put(size_t x, const Apart<Colours>& p) const {
+        store2(line.y + x, grey<bt601>(p.even), grey<bt601>(p.odd));
+        store2(line.u + x, chroma<u>(p.even), chroma<u>(p.odd));
+        store2(line.v + x, chroma<v>(p.even), chroma<v>(p.odd));
+    }
     template <class Colours> INLINE void put(size_t x, const Colours& p) const {
-        store(line.y + x, highBytes(weigh<bt601>(p)));
-        store(line.u + x, fromNegated(weigh<Weights{43, 85, -128, 0}>(p)));
-        store(line.v + x, fromNegated(weigh<Weights{-128, 107, 21, 0}>(p)));
+        store(line.y + x, grey<bt601>(p)), store(line.u + x, chroma<u>(p)), store(line.v + x, chroma<v>(p));
     }
     template <class Colours> INLINE void putPart(size_t x, const Colours& p, size_t) const { put(x, p); }
 
 private:
-    static INLINE Bytes fromNegated(Split s) { return highBytes(Split{fill(128 * 256) - s.a, fill(128 * 256) - s.b}); }
+    template <Weights k, class Colours> static INLINE Bytes chroma(const Colours& p) {
+        const Split s = weigh<k>(p);
+        return highBytes(Split{fill(128 * 256) - s.a, fill(128 * 256) - s.b});
+    }
 };
 
 // ---- The stream
@@ -174,7 +182,7 @@ using ConvertRow = void (*)(u8* d, u8* kept, const u8* luma, const u16* chroma, 
 template <class Filter>
 __attribute__((noinline)) void filteredMosaic(u8* d, size_t pitch, u8* s, size_t width, size_t height, unsigned phase,
                                               u8* scratch, ConvertRow convert) {
-    const Demosaic2x2<Bytes> demosaic(phase);
+    using Samples = MosaicReader<Raw8Samples>;
     const size_t rows = height / 2;
     for (const size_t half : {size_t{0}, rows}) {
         const LineRing lines(scratch, width, half);
@@ -183,8 +191,10 @@ __attribute__((noinline)) void filteredMosaic(u8* d, size_t pitch, u8* s, size_t
             for (; made < rows && made <= row + Filter::lookahead; ++made) {
                 const size_t y = half + made, last = height - 2; // the last row repeats the one above
                 const YuvLine line = lines[made];
-                row2x2(rowPair(s, width, y < last ? y : last, phase), width, Raw8Samples(), YuvLineSink{line},
-                       demosaic);
+                withDemosaic<SamplesOf<Samples>>(phase, [&](const auto& demosaic) {
+                    row2x2(rowPair(s, width, y < last ? y : last, phase), width, Samples(), YuvLineSink{line},
+                           demosaic);
+                });
                 lines.connect(made);
             }
             Filter::filter(lines, row, rows, width);

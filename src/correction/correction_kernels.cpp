@@ -15,13 +15,13 @@ template <class R, class W> void correctedRun(u8* d, const u8* s, size_t n, cons
 
 template <class Rule, class S, class W>
 void correctedMosaic(u8* d, const u8* s, size_t width, size_t height, unsigned phase, const Matrix& m) {
-    mosaic2x2(d, s, width, height, phase, S(), Corrected<Rule, W>(m));
+    mosaic2x2(d, s, width, height, phase, MosaicReader<S>(), Corrected<Rule, W>(m));
 }
 
 template <class Rule, class S, class W>
 void correctedShiftedMosaic(u8* d, const u8* s, size_t width, size_t height, unsigned phase, int shift,
                             const Matrix& m) {
-    mosaic2x2(d, s, width, height, phase, S(shift), Corrected<Rule, W>(m));
+    mosaic2x2(d, s, width, height, phase, MosaicReader<S>(shift), Corrected<Rule, W>(m));
 }
 
 template <class R> constexpr ByOutput<CorrectedRun> correctedRuns() {

@@ -93,15 +93,13 @@ struct WordRule {
             return tripleUp(less(r), less(g), less(b));
         };
         const WordTriples a = words(p.r.a, p.g.a, p.b.a), b = words(p.r.b, p.g.b, p.b.b);
-        const auto shifted = [](Sums s) {
-            constexpr i32 most = (1 << 26) - 1;
-            return wordsOf<10>(clampSums(s, 0, most));
-        };
-        const auto channel = [&](const RowFactors& row) {
-            const i32 taken = row.total * (1 << 15);
-            return Halves{shifted(weigh(a, row.factors) + taken), shifted(weigh(b, row.factors) + taken)};
-        };
-        return {channel(m.r), channel(m.g), channel(m.b)};
+        return {channel(a, b, m.r), channel(a, b, m.g), channel(a, b, m.b)};
+    }
+
+private:
+    static INLINE Halves channel(const WordTriples& a, const WordTriples& b, const RowFactors& row) {
+        const i32 taken = row.total * (1 << 15);
+        return {clampedWords<10>(weigh(a, row.factors) + taken), clampedWords<10>(weigh(b, row.factors) + taken)};
     }
 };
 
@@ -135,16 +133,21 @@ public:
 
     INLINE explicit Corrected(const Matrix& m) : matrix_(m), factors_(m), moderate_(isModerate(m)) {}
 
-    INLINE void put(u8* d, typename Rule::Block block) const {
-        if (moderate_)
-            block = Rule::channels(block, factors_);
-        else
-            correctEach<Rule>(block, matrix_);
-        W::put(d, block);
+    INLINE void put(u8* d, const typename Rule::Block& block) const { W::put(d, corrected(block)); }
+    INLINE void put(u8* d, const Apart<Rgb>& p) const { W::put(d, Apart{corrected(p.even), corrected(p.odd)}); }
+    INLINE void put(u8* d, const Apart<RgbWords>& p) const {
+        const Rgb16 v = corrected({{p.even.r, p.odd.r}, {p.even.g, p.odd.g}, {p.even.b, p.odd.b}});
+        W::put(d, Apart{RgbWords{v.r.a, v.g.a, v.b.a}, RgbWords{v.r.b, v.g.b, v.b.b}});
     }
 
 private:
-    Matrix matrix_;
+    INLINE typename Rule::Block corrected(typename Rule::Block block) const {
+        if (moderate_) return Rule::channels(block, factors_);
+        correctEach<Rule>(block, matrix_);
+        return block;
+    }
+
+    const Matrix& matrix_; // the caller's: what nobody else knows of stays in registers
     MatrixFactors factors_;
     bool moderate_;
 };

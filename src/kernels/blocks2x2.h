@@ -5,10 +5,10 @@
 //     c   d       the second row     the last pixel repeats the one before
 //
 // A sample reader S says how many bits a sample has, after how many samples its bit position repeats (`group`), and
-// whether it pays to unpack each row once (`unpackOnce`), and turns memory into N samples: samples<0>(p), or
-// samples<1>(p) one sample further right. N samples are Bytes or Halves. A rule makes N pixels from the samples
-// of N blocks, the first of which is in an even column. A sink takes the pixels from column x on: put() N of them,
-// putPart() n.
+// whether it pays to unpack each row once (`unpackOnce`), and turns memory into samples: samples<0>(p), or samples<1>(p)
+// one sample further right. They are N, Bytes or Halves, or columns kept apart (Apart), N of words and 2 N of bytes. A
+// rule makes as many pixels from the samples of as many blocks, the first of which is in an even column. A sink takes the
+// pixels from column x on: put() all of them, putPart() n.
 #pragma once
 #include "kernels/runs.h"
 
@@ -28,6 +28,14 @@ template <> INLINE Halves columns<Halves>(bool even) {
     return even ? Halves{mask, mask} : Halves{~mask, ~mask};
 }
 
+// Every second sample, from the next one on; behind the last one stands itself once more.
+INLINE Bytes oneOn(Bytes v) {
+    return arrange(v, [](int i) { return i + 1 < N ? i + 1 : i; });
+}
+INLINE Words oneOn(Words v) {
+    return as<Words>(arrange(as<Bytes>(v), [](int i) { return i + 2 < N ? i + 2 : i; }));
+}
+
 // The samples one column to the right. Right of the last one, where the row ends, stands its left neighbour once more:
 // then the last pixel comes out as the one before.
 INLINE Bytes next(Bytes v) {
@@ -41,6 +49,7 @@ INLINE Halves next(Halves v) {
     samples.b[N / 2 - 1] = v.b[N / 2 - 2];
     return samples;
 }
+template <class Samples> INLINE Apart<Samples> next(const Apart<Samples>& v) { return {v.odd, oneOn(v.even)}; }
 
 // ---- Samples that lie in memory as they lie in vectors
 
@@ -55,21 +64,34 @@ template <> struct PlainSamples<Halves> : Reader<16> {
     static constexpr bool unpackOnce = false;
     template <int from> static INLINE Halves samples(const u8* s) { return loadHalves(s + 2 * from); }
 };
+template <> struct PlainSamples<Apart<Bytes>> : Reader<8> {
+    static constexpr int group = 2;
+    static constexpr bool unpackOnce = false;
+    template <int from> static INLINE Apart<Bytes> samples(const u8* s) {
+        Apart<Bytes> v;
+        load2(s + from, v.even, v.odd);
+        return v;
+    }
+};
 
 // ---- The walk
 
-// The samples of N blocks.
+// The samples of blocks: a, c and b, d.
 template <class Samples> struct Blocks { Samples a, b, c, d; };
 
 template <class S> using SamplesOf = decltype(std::declval<const S&>().template samples<0>(nullptr));
+template <class S> constexpr int blockOf = pixelsIn<SamplesOf<S>>; // so many at a time
+
+// Of x samples. (Vectors of 64 bytes: from addresses that g++ sees through it loads twice, once for each blend.)
+template <class S> constexpr size_t bytesOf(size_t x) {
+    return N < 64 && S::bits % 8 == 0 ? x * (S::bits / 8) : x * S::bits / 8;
+}
 
 struct RowPair {
     const u8 *first, *second;
     const u8* lower = second; // the one that the row of pixels above has not read
 
-    template <class S> INLINE RowPair from(size_t x) const {
-        return {first + x * S::bits / 8, second + x * S::bits / 8};
-    }
+    template <class S> INLINE RowPair from(size_t x) const { return {first + bytesOf<S>(x), second + bytesOf<S>(x)}; }
 };
 
 template <class S> INLINE Blocks<SamplesOf<S>> blocksAt(RowPair row, const S& read) {
@@ -77,21 +99,23 @@ template <class S> INLINE Blocks<SamplesOf<S>> blocksAt(RowPair row, const S& re
             read.template samples<0>(row.second), read.template samples<1>(row.second)};
 }
 
-// N of them that end with the row.
+// Those that end with the row.
 template <class S> INLINE Blocks<SamplesOf<S>> lastBlocksAt(RowPair row, const S& read) {
     const SamplesOf<S> a = read.template samples<0>(row.first), c = read.template samples<0>(row.second);
     return {a, next(a), c, next(c)};
 }
 
-// The last block of a row steps back, to end with it, but begins in an even column: where the width is odd it has N - 1
-// pixels.
-constexpr size_t lastBlock(size_t width) { return width < N ? 0 : (width - N + 1) / 2 * 2; }
+// The last block of a row steps back, to end with it, but begins in an even column: where the width is odd it is one
+// pixel short.
+template <int block> constexpr size_t lastBlock(size_t width) {
+    return width < block ? 0 : (width - block + 1) / 2 * 2;
+}
 
-// The last n < N pixels of a row, through buffers. (Arguments by value keep their originals in registers.)
+// The last n pixels of a row, less than a block, through buffers. (Arguments by value keep their originals in registers.)
 template <class S, class Sink, class Rule>
 __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S read, Sink sink, Rule rule) {
     constexpr size_t size = S::bits / 8;
-    alignas(N) u8 first[(N + 1) * size] = {}, second[(N + 1) * size] = {};
+    alignas(N) u8 first[(blockOf<S> + 1) * size] = {}, second[(blockOf<S> + 1) * size] = {};
     const auto copy = [n](u8* d, const u8* s) {
         std::memcpy(d, s, n * size);
         std::memcpy(d + n * size, s + (n - 2) * size, size); // as in next()
@@ -103,12 +127,13 @@ __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S re
 
 template <class S, class Sink, class Rule>
 INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
-    for (size_t x = 0; x + N < width; x += N) {
-        prefetch<N * S::bits / 8, false>(row.lower + x * S::bits / 8);
+    constexpr size_t block = blockOf<S>;
+    for (size_t x = 0; x + block < width; x += block) {
+        prefetch<block * S::bits / 8, false>(row.lower + bytesOf<S>(x));
         sink.put(x, rule(blocksAt(row.from<S>(x), read)));
     }
-    const size_t x = lastBlock(width);
-    if (width - x < N) return endOfRow2x2(row, x, width - x, read, sink, rule);
+    const size_t x = lastBlock<block>(width);
+    if (width - x < block) return endOfRow2x2(row, x, width - x, read, sink, rule);
     sink.put(x, rule(lastBlocksAt(row.from<S>(x), read)));
 }
 
@@ -118,7 +143,7 @@ template <class W> struct RowSink {
     W write;
 
     template <class Block> INLINE void put(size_t x, const Block& block) const {
-        prefetch<N * W::bytes, true>(d + x * W::bytes);
+        prefetch<pixelsIn<Block> * W::bytes, true>(d + x * W::bytes);
         write.put(d + x * W::bytes, block);
     }
     template <class Block> INLINE void putPart(size_t x, const Block& block, size_t n) const {

@@ -40,6 +40,30 @@ template <> struct Demosaic2x2<Halves> {
     }
 };
 
+// Columns apart: red is left in all even blocks and in no odd one, or the other way round.
+template <bool redIsEven> struct DemosaicApart {
+    template <class Samples> INLINE auto operator()(const Blocks<Apart<Samples>>& s) const {
+        return Apart{pixels<redIsEven>(s.a, s.c), pixels<!redIsEven>(s.b, s.d)};
+    }
+
+private:
+    static INLINE Rgb colours(Bytes r, Bytes g, Bytes b) { return {r, g, b}; }
+    static INLINE RgbWords colours(Words r, Words g, Words b) { return {r, g, b}; }
+    template <bool redLeft, class Samples>
+    static INLINE auto pixels(const Apart<Samples>& redRow, const Apart<Samples>& blueRow) {
+        if constexpr (redLeft) return colours(redRow.even, mean(redRow.odd, blueRow.even), blueRow.odd);
+        return colours(redRow.odd, mean(redRow.even, blueRow.odd), blueRow.even);
+    }
+};
+
+// Calls f with the rule for such samples.
+template <class Samples, class F> INLINE void withDemosaic(unsigned phase, const F& f) {
+    if constexpr (separatesAsItLoads)
+        phase % 2 == 0 ? f(DemosaicApart<true>()) : f(DemosaicApart<false>());
+    else
+        f(Demosaic2x2<Samples>(phase));
+}
+
 // Rows y and y + 1, the red one first.
 INLINE RowPair redFirst(const u8* top, const u8* bottom, size_t y, unsigned phase) {
     return (phase / 2 + y) % 2 ? RowPair{bottom, top, bottom} : RowPair{top, bottom};
@@ -55,7 +79,7 @@ INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
 // Lines do not lie a multiple of 4096 bytes apart: a processor takes a load at such a distance from a store that is still
 // on its way for one that has to wait.
 constexpr size_t lineColumns = 4096, lineColumnsAndMore = lineColumns + 1088;
-static_assert(lineColumnsAndMore >= lineColumns + N && lineColumnsAndMore % N == 0);
+static_assert(lineColumnsAndMore >= lineColumns + 2 * N && lineColumnsAndMore % 64 == 0);
 
 template <class Samples> struct Line : PlainSamples<Samples> {
     static constexpr size_t bytes = lineColumnsAndMore * sizeof(Samples) / N;
@@ -79,6 +103,23 @@ template <> struct Line<DeepBytes> : Reader<8> {
         Line<Bytes>::endAt(line, n), Line<Bytes>::endAt(line + lineColumnsAndMore, n);
     }
 };
+// The even columns, and then the odd ones.
+template <class Samples> struct Line<Apart<Samples>> : Reader<4 * sizeof(Samples) / pixelsIn<Samples>> {
+    static constexpr size_t size = sizeof(Samples) / pixelsIn<Samples>, apart = lineColumnsAndMore / 2 * size,
+                            bytes = 2 * apart;
+    template <int from> static INLINE Apart<Samples> samples(const u8* s) {
+        if constexpr (from == 0) return {load<Samples>(s), load<Samples>(s + apart)};
+        return {load<Samples>(s + apart), load<Samples>(s + size)};
+    }
+    static INLINE void put(u8* line, size_t x, const Apart<Samples>& v) {
+        u8* to = line + x / 2 * size;
+        store(to, v.even), store(to + apart, v.odd);
+    }
+    static INLINE void endAt(u8* line, size_t n) {
+        u8* to = line + n % 2 * apart + n / 2 * size;
+        std::memcpy(to, to - size, size);
+    }
+};
 
 // How the rows of a source become lines; `reader` is its sample reader.
 struct RowUnpacker {
@@ -91,16 +132,17 @@ template <class S> void unpackRow(u8* line, const u8* s, size_t n, const void* r
     const auto unpack = [&](size_t x, const u8* from) {
         Line<SamplesOf<S>>::put(line, x, read.template samples<0>(from));
     };
+    constexpr size_t block = blockOf<S>;
     size_t x = 0;
-    for (; x + N <= n; x += N) {
-        const u8* from = s + x * S::bits / 8;
-        prefetch<N * S::bits / 8, false>(from);
+    for (; x + block <= n; x += block) {
+        const u8* from = s + bytesOf<S>(x);
+        prefetch<block * S::bits / 8, false>(from);
         unpack(x, from);
     }
     if (x == n) return;
-    if (n > N && n % S::group == 0) return unpack(n - N, s + (n - N) * S::bits / 8);
-    u8 rest[bytesFor(N, S::bits)] = {};
-    std::memcpy(rest, s + x * S::bits / 8, bytesFor(n - x, S::bits));
+    if (n > block && n % S::group == 0) return unpack(n - block, s + bytesOf<S>(n - block));
+    u8 rest[bytesFor(block, S::bits)] = {};
+    std::memcpy(rest, s + bytesOf<S>(x), bytesFor(n - x, S::bits));
     unpack(x, rest);
 }
 
@@ -120,28 +162,30 @@ template <class Samples, class W>
 __attribute__((noinline)) void strip2x2(u8* d, const u8* s, size_t width, size_t height, unsigned phase,
                                         MosaicStrip strip, RowUnpacker row, W write) {
     using Line = kel::Line<Samples>;
+    constexpr size_t block = pixelsIn<Samples>;
     alignas(N) u8 lines[2][Line::bytes];
-    const Demosaic2x2<Samples> demosaic(phase);
     const size_t sourcePitch = width * row.bits / 8, pitch = width * W::bytes;
     s += strip.x * row.bits / 8, d += strip.x * W::bytes;
-    const size_t last = lastBlock(strip.n), pixelsInLast = strip.n - last;
+    const size_t last = lastBlock<block>(strip.n), pixelsInLast = strip.n - last;
     const auto unpack = [&](size_t y) {
         u8* line = lines[y % 2];
         row.unpack(line, s + y * sourcePitch, strip.last ? strip.n : strip.n + 1, row.reader);
-        if (pixelsInLast < N) Line::endAt(line, last + N), Line::endAt(line, strip.n); // so far vectors read
+        if (pixelsInLast < block) Line::endAt(line, last + block), Line::endAt(line, strip.n); // so far vectors read
     };
     unpack(0);
-    for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
-        unpack(y + 1);
-        const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
-        const RowSink<W> sink{d, write};
-        const auto pixels = [&](size_t x) { return demosaic(blocksAt(rows.from<Line>(x), Line())); };
-        for (size_t x = 0; x + N < strip.n + !strip.last; x += N) sink.put(x, pixels(x));
-        if (pixelsInLast < N)
-            sink.putPart(last, pixels(last), pixelsInLast);
-        else if (strip.last)
-            sink.put(last, demosaic(lastBlocksAt(rows.from<Line>(last), Line())));
-    }
+    withDemosaic<Samples>(phase, [&](const auto& demosaic) {
+        for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
+            unpack(y + 1);
+            const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
+            const RowSink<W> sink{d, write};
+            const auto pixels = [&](size_t x) { return demosaic(blocksAt(rows.from<Line>(x), Line())); };
+            for (size_t x = 0; x + block < strip.n + !strip.last; x += block) sink.put(x, pixels(x));
+            if (pixelsInLast < block)
+                sink.putPart(last, pixels(last), pixelsInLast);
+            else if (strip.last)
+                sink.put(last, demosaic(lastBlocksAt(rows.from<Line>(last), Line())));
+        }
+    });
 }
 
 template <class S, class W>
@@ -154,15 +198,16 @@ INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned 
             x += strip.n;
         }
     } else {
-        const Demosaic2x2<SamplesOf<S>> demosaic(phase);
-        for (size_t y = 0; y + 1 < height; ++y)
-            row2x2(rowPair(s, sourcePitch, y, phase), width, read, RowSink<W>{d + y * pitch, write}, demosaic);
+        withDemosaic<SamplesOf<S>>(phase, [&](const auto& demosaic) {
+            for (size_t y = 0; y + 1 < height; ++y)
+                row2x2(rowPair(s, sourcePitch, y, phase), width, read, RowSink<W>{d + y * pitch, write}, demosaic);
+        });
     }
     std::memcpy(d + (height - 1) * pitch, d + (height - 2) * pitch, pitch);
 }
 
 template <class S, class W> void mosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase) {
-    mosaic2x2(d, s, width, height, phase, S(), MosaicWriter<W>());
+    mosaic2x2(d, s, width, height, phase, MosaicReader<S>(), MosaicWriter<W>());
 }
 
 // A mosaic gives R G B where the one with red and blue exchanged gives B G R: the kernels of the outputs that begin with
@@ -191,7 +236,7 @@ constexpr ByOutput<Kernel> mosaicTable(Set outputs, KernelFor) {
 
 template <class S, class W>
 void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase, int shift) {
-    mosaic2x2(d, s, width, height, phase, S(shift), MosaicWriter<W>());
+    mosaic2x2(d, s, width, height, phase, MosaicReader<S>(shift), MosaicWriter<W>());
 }
 
 // The kernels of one sample reader for a set of outputs.

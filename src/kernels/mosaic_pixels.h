@@ -66,7 +66,6 @@ template <Weights k> INLINE Split weigh(const Alternating& p, Bytes green, const
             weighPairs(p.next, fillBytePairs(second, first)) + times(g.b, k.g) + fill(k.add)};
 }
 template <Weights k> INLINE Split weigh(const MosaicPixels& p) {
-    if constexpr (splitPart(1) == 0) return weigh<k>(static_cast<Rgb>(p));
     const Alternating colours = alternating(p.s, p.phase);
     return weigh<k>(colours, mean(colours.greenHere, colours.greenNext), p.phase);
 }
@@ -127,10 +126,6 @@ INLINE Rgb to8(const DeepMosaicPixels& p) { return separated(p).high; }
 template <Weights k> INLINE Split weigh(const DeepMosaicPixels& p) {
     constexpr Weights ofHigh{k.r, k.g, k.b, 0};
     const auto sum = [](Split high, Split low) { return Split{high.a + (low.a >> 8), high.b + (low.b >> 8)}; };
-    if constexpr (splitPart(1) == 0) {
-        const DeepRgb colours = separated(p);
-        return sum(weigh<ofHigh>(colours.high), weigh<k>(colours.low));
-    }
     const Alternating high = alternating(p.high, p.phase), low = alternating(p.low, p.phase);
     const DeepBytes green = mean(DeepBytes{high.greenHere, low.greenHere}, DeepBytes{high.greenNext, low.greenNext});
     return sum(weigh<ofHigh>(high, green.high, p.phase), weigh<k>(low, green.low, p.phase));
@@ -143,16 +138,37 @@ INLINE void storeBgr(u8* d, const DeepMosaicPixels& p) {
 }
 
 // The writers for these pixels.
-template <class W> struct MosaicWriter : W {};
-template <> struct MosaicWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Order::bgr> {
-    static INLINE void put(u8* d, const Rgb16& p) { Rgb24Writer::put(d, p); }
-    template <class Pixels> static INLINE void put(u8* d, const Pixels& p) {
-        if constexpr (separatesAsItLoads)
-            Rgb24Writer::put(d, to8(p));
-        else
-            storeBgr(d, p);
+template <class W> struct AlternatingWriter : W {};
+template <> struct AlternatingWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Order::bgr> {
+    template <class Pixels> static INLINE void put(u8* d, const Pixels& p) { storeBgr(d, p); }
+};
+
+// ---- Where columns are kept apart, there is nothing of all this
+
+template <class S> struct ApartSamples : S {
+    static constexpr bool unpackOnce = true;
+    using S::S;
+    template <int from> INLINE auto samples(const u8* s) const {
+        static_assert(from == 0);
+        return separated(S::template samples<0>(s), s);
+    }
+
+private:
+    template <class V> static INLINE Apart<V> separated(V v, V w) {
+        return {everySecond<0>(v, w), everySecond<1>(v, w)};
+    }
+    static INLINE Apart<Words> separated(Halves v, const u8*) { return separated(v.a, v.b); }
+    INLINE Apart<Bytes> separated(Bytes v, const u8* s) const {
+        return separated(v, S::template samples<0>(s + N * S::bits / 8));
     }
 };
+
+// The sample readers and writers of this machine's mosaics.
+template <class S> struct MosaicTraits { using Reader = ApartSamples<S>; };
+template <> struct MosaicTraits<PlainSamples<Bytes>> { using Reader = PlainSamples<Apart<Bytes>>; };
+template <class S> struct MosaicTraits<DeepSamples<S>> { using Reader = ApartSamples<S>; };
+template <class S> using MosaicReader = std::conditional_t<separatesAsItLoads, typename MosaicTraits<S>::Reader, S>;
+template <class W> using MosaicWriter = std::conditional_t<separatesAsItLoads, W, AlternatingWriter<W>>;
 
 } // namespace
 } // namespace kel

@@ -33,12 +33,41 @@ struct GreyRow16 {
     Words a, b;
 };
 
+// Half as many as Rgb16 has.
+struct RgbWords {
+    Words r, g, b;
+};
+
+// Samples or pixels of an even column with the next but one and so on, those of the odd columns apart from them. Machines
+// that separate as they load have it for mosaics.
+template <class Block> struct Apart { Block even, odd; };
+template <class Block> Apart(Block, Block) -> Apart<Block>;
+
+template <class Block> constexpr int pixelsIn = N;
+template <> constexpr int pixelsIn<Words> = N / 2;
+template <> constexpr int pixelsIn<RgbWords> = N / 2;
+template <class Block> constexpr int pixelsIn<Apart<Block>> = 2 * pixelsIn<Block>;
+
+// In a row again: half of them, or all.
+template <int half> INLINE Grey inRow(const Apart<Grey>& p) { return {byTurns<half>(p.even.v, p.odd.v)}; }
+template <int half> INLINE Rgb inRow(const Apart<Rgb>& p) {
+    return {byTurns<half>(p.even.r, p.odd.r), byTurns<half>(p.even.g, p.odd.g), byTurns<half>(p.even.b, p.odd.b)};
+}
+INLINE Halves inRow(Words even, Words odd) { return {byTurns<0>(even, odd), byTurns<1>(even, odd)}; }
+INLINE Rgb16 inRow(const Apart<RgbWords>& p) {
+    return {inRow(p.even.r, p.odd.r), inRow(p.even.g, p.odd.g), inRow(p.even.b, p.odd.b)};
+}
+
 // What an 8-bit colour output makes of a block.
 INLINE Grey to8(Grey p) { return p; }
 INLINE Rgb to8(Rgb p) { return p; }
 INLINE Grey to8(Grey16 p) { return {highBytes(p.v)}; }
 INLINE Grey to8(GreyRow16 p) { return {inRow(highBytes(Halves{p.a, p.b}))}; }
 INLINE Rgb to8(Rgb16 p) { return {highBytes(p.r), highBytes(p.g), highBytes(p.b)}; }
+INLINE Rgb to8(const Apart<RgbWords>& p) {
+    return {highBytesByTurns(p.even.r, p.odd.r), highBytesByTurns(p.even.g, p.odd.g),
+            highBytesByTurns(p.even.b, p.odd.b)};
+}
 
 // ---- Luma and chroma: weighted sums
 
@@ -51,6 +80,7 @@ template <Weights k> INLINE Split weigh(const Rgb& p) { return weigh<k>(p.r, p.g
 template <Weights k> INLINE Halves weigh(const Rgb16& p) {
     return {weigh<k>(p.r.a, p.g.a, p.b.a), weigh<k>(p.r.b, p.g.b, p.b.b)};
 }
+template <Weights k> INLINE Words weigh(const RgbWords& p) { return weigh<k>(p.r, p.g, p.b); }
 
 } // namespace
 } // namespace kel

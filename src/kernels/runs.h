@@ -13,9 +13,9 @@ template <int bitsPerPixel> struct Reader { static constexpr int bits = bitsPerP
 
 constexpr size_t bytesFor(size_t pixels, int bits) { return (pixels * static_cast<size_t>(bits) + 7) / 8; }
 
-// The first n <= N pixels of a block.
+// The first n pixels of a block.
 template <class W, class Block> INLINE void putPart(const W& write, u8* d, const Block& block, size_t n) {
-    alignas(N) u8 packed[N * W::bytes];
+    alignas(N) u8 packed[pixelsIn<Block> * W::bytes];
     if constexpr (W::keeps) std::memcpy(packed, d, n * W::bytes);
     write.put(packed, block);
     std::memcpy(d, packed, n * W::bytes);

@@ -98,6 +98,26 @@ template <int odd> INLINE Bytes unzip(Bytes a, Bytes b) {
     return shuffle(a, b, [](int i) { return 2 * i + odd; });
 }
 
+// Of two whole vectors in a row, the elements at even or odd positions. And back: half of their elements by turns.
+template <int odd, class V, int... i> INLINE V everySecond(V v, V w, std::integer_sequence<int, i...>) {
+    return __builtin_shufflevector(v, w, (2 * i + odd)...);
+}
+template <int odd, class V> INLINE V everySecond(V v, V w) {
+    return everySecond<odd>(v, w, Indices<sizeof v / sizeof v[0]>());
+}
+template <int half, class V, int... i> INLINE V byTurns(V even, V odd, std::integer_sequence<int, i...>) {
+    constexpr int count = sizeof...(i);
+    return __builtin_shufflevector(even, odd, (half * count / 2 + i / 2 + i % 2 * count)...);
+}
+template <int half, class V> INLINE V byTurns(V even, V odd) {
+    return byTurns<half>(even, odd, Indices<sizeof even / sizeof even[0]>());
+}
+
+template <int... i> INLINE Bytes highBytesByTurns(Words even, Words odd, std::integer_sequence<int, i...>) {
+    return __builtin_shufflevector(as<Bytes>(even), as<Bytes>(odd), (i % 2 ? N + i : i + 1)...);
+}
+INLINE Bytes highBytesByTurns(Words even, Words odd) { return highBytesByTurns(even, odd, Indices<N>()); }
+
 // ---- Words
 
 INLINE Words fill(int k) { return Words{} + static_cast<u16>(k); }

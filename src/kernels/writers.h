@@ -12,6 +12,10 @@ namespace {
 
 enum class Order { rgb, bgr };
 
+template <class W, class Block> INLINE void putInRow(u8* d, const Apart<Block>& p) {
+    W::put(d, inRow<0>(p)), W::put(d + N * W::bytes, inRow<1>(p));
+}
+
 template <Order order> struct Rgb24Writer {
     static constexpr int bytes = 3;
     static constexpr bool keeps = false;
@@ -19,6 +23,8 @@ template <Order order> struct Rgb24Writer {
         order == Order::rgb ? store3<1>(d, 3 * L, p.r, p.g, p.b) : store3<1>(d, 3 * L, p.b, p.g, p.r);
     }
     static INLINE void put(u8* d, Grey p) { store3<1>(d, 3 * L, p.v); }
+    static INLINE void put(u8* d, const Apart<Rgb>& p) { putInRow<Rgb24Writer>(d, p); }
+    static INLINE void put(u8* d, const Apart<Grey>& p) { putInRow<Rgb24Writer>(d, p); }
     template <class Deep> static INLINE void put(u8* d, Deep p) { put(d, to8(p)); }
 };
 
@@ -30,8 +36,12 @@ template <Order order> struct Rgb32Writer {
         order == Order::rgb ? store3of4(d, p.r, p.g, p.b) : store3of4(d, p.b, p.g, p.r);
     }
     static INLINE void put(u8* d, Grey p) { store3of4(d, p.v); }
+    static INLINE void put(u8* d, const Apart<Rgb>& p) { putInRow<Rgb32Writer>(d, p); }
     template <class Deep> static INLINE void put(u8* d, Deep p) { put(d, to8(p)); }
 };
+
+template <Weights k> INLINE Bytes grey(const Rgb& p) { return luma<k>(p.r, p.g, p.b); }
+template <Weights k, class Colours> INLINE Bytes grey(const Colours& p) { return highBytes(weigh<k>(p)); }
 
 template <Weights k> struct Mono8Writer {
     static constexpr int bytes = 1;
@@ -39,8 +49,12 @@ template <Weights k> struct Mono8Writer {
     static INLINE void put(u8* d, Grey p) { store(d, p.v); }
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, to8(p).v); }
-    static INLINE void put(u8* d, const Rgb& p) { store(d, luma<k>(p.r, p.g, p.b)); }
-    template <class Colours> static INLINE void put(u8* d, const Colours& p) { store(d, highBytes(weigh<k>(p))); }
+    static INLINE void put(u8* d, const Rgb& p) { store(d, grey<k>(p)); }
+    static INLINE void put(u8* d, const Apart<Rgb>& p) { store2(d, grey<k>(p.even), grey<k>(p.odd)); }
+    static INLINE void put(u8* d, const Apart<RgbWords>& p) {
+        store(d, highBytesByTurns(weigh<k>(p.even), weigh<k>(p.odd)));
+    }
+    template <class Colours> static INLINE void put(u8* d, const Colours& p) { store(d, grey<k>(p)); }
 };
 
 template <Weights k> struct Mono16Writer {
@@ -48,6 +62,11 @@ template <Weights k> struct Mono16Writer {
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, p.a), store(d + N, p.b); }
+    static INLINE void put(u8* d, const Apart<Rgb>& p) {
+        const Halves even = inOrder(weigh<k>(p.even)), odd = inOrder(weigh<k>(p.odd));
+        store2(d, even.a, odd.a), store2(d + 2 * N, even.b, odd.b);
+    }
+    static INLINE void put(u8* d, const Apart<RgbWords>& p) { store2(d, weigh<k>(p.even), weigh<k>(p.odd)); }
     template <class Colours> static INLINE void put(u8* d, const Colours& p) { storeHalves(d, inOrder(weigh<k>(p))); }
 };
 
@@ -72,10 +91,16 @@ struct PairsWriter {
 struct UyvyWriter {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
+    static constexpr Weights u{-38, -74, 112, 128 + 128 * 256}, v{112, -94, -18, 128 + 128 * 256},
+        y{66, 129, 25, 128 + 16 * 256};
+    template <class Colours> static INLINE void put(u8* d, const Apart<Colours>& p) {
+        const auto shared = [](Split even, Split odd) { return mean(highBytes(even), highBytes(odd)); };
+        store4(d, shared(weigh<u>(p.even), weigh<u>(p.odd)), highBytes(weigh<y>(p.even)),
+               shared(weigh<v>(p.even), weigh<v>(p.odd)), highBytes(weigh<y>(p.odd)));
+    }
     template <class Colours> static INLINE void put(u8* d, const Colours& p) {
-        const Words u = pairMeans(weigh<Weights{-38, -74, 112, 128 + 128 * 256}>(p));
-        const Words v = pairMeans(weigh<Weights{112, -94, -18, 128 + 128 * 256}>(p));
-        PairsWriter::put(d, {as<Bytes>(u | v << 8), highBytes(weigh<Weights{66, 129, 25, 128 + 16 * 256}>(p))});
+        const Words chroma = pairMeans(weigh<u>(p)) | pairMeans(weigh<v>(p)) << 8;
+        PairsWriter::put(d, {as<Bytes>(chroma), highBytes(weigh<y>(p))});
     }
     // Grey sources get zero chroma, not a neutral one.
     static INLINE void put(u8* d, Grey p) { PairsWriter::put(d, {Bytes{}, p.v}); }
@@ -89,6 +114,7 @@ template <Order order> struct Rgb48Writer {
         store3<2>(d, 6 * L, as<Bytes>(first.a), as<Bytes>(p.g.a), as<Bytes>(third.a));
         store3<2>(d + 3 * L, 6 * L, as<Bytes>(first.b), as<Bytes>(p.g.b), as<Bytes>(third.b));
     }
+    static INLINE void put(u8* d, const Apart<RgbWords>& p) { put(d, inRow(p)); }
     static INLINE void put(u8* d, Grey16 p) {
         store3<2>(d, 6 * L, as<Bytes>(p.v.a));
         store3<2>(d + 3 * L, 6 * L, as<Bytes>(p.v.b));

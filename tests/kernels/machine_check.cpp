@@ -73,6 +73,9 @@ const char* inMemory(Random& random) {
         separate(p);
         return p;
     };
+    KEL_COMPARE(planes([&](Planes& p) { m::load2(s, p.a, p.b), p.c = p.a; }))
+    KEL_COMPARE(stored([&](u8* d) { m::store2(d, a, b), m::store2(d + 2 * N, as<Words>(b), as<Words>(c)); }))
+    KEL_COMPARE(stored([&](u8* d) { m::store4(d, a, b, c, a); }))
     KEL_COMPARE(planes([&](Planes& p) { m::load3(s, p.a, p.b, p.c); }))
     KEL_COMPARE(planes([&](Planes& p) { m::load4(s, p.a, p.b, p.c); }))
     KEL_COMPARE(stored([&](u8* d) { m::store3<1>(d, 3 * L, a, b, c); }))
@@ -163,6 +166,7 @@ const char* in32Bits(Random& random) {
     KEL_COMPARE(m::wordPairSums(u, as<Words>(as<Ints>(v) >> 1)))
     KEL_COMPARE(m::wordsOf<10>(m::weigh(m::pairUp(u, v), m::PairFactors{j, k})))
     KEL_COMPARE(m::wordsOf<8>(m::clampSums(m::weigh(m::pairUp(u, v), m::PairFactors{j, k}), -(1 << 22), 1 << 23)))
+    KEL_COMPARE(m::clampedWords<10>(m::weigh(m::tripleUp(u, v, w), m::TripleFactors{j, k, -j})))
     KEL_COMPARE(m::wordsOf<16>(m::weigh(m::tripleUp(u, v, w), m::TripleFactors{j, k, -j})))
     return nullptr;
 }

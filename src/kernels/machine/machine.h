@@ -13,6 +13,9 @@
 // N: bytes in a vector. L: bytes in one of its lanes, the width in which one instruction permutes bytes.
 //
 // Pixels in memory, lane by lane (`step` bytes from one to the next)
+//     load2(s, a, b)                   two vectors out of pairs of bytes or words, without lanes
+//     store2(d, a, b)                  as pairs
+//     store4(d, v, w, x, y)            as quadruples of bytes
 //     load3(s, a, b, c)                three planes out of pixels of 3 bytes
 //     load4(s, a, b, c)                three planes out of pixels of 4 bytes, without the fourth
 //     store3<unit>(d, step, a, b, c)   one vector of each plane as triples of elements of `unit` bytes
@@ -22,7 +25,8 @@
 //     weigh<bytes, k>(s)               k.r R + k.g G + k.b B + k.add, as Halves, with weights from 0 to 127
 //     prefetch<bytes, forWriting>(p)   asks for what a loop at p reads or writes some blocks later; small loops pass
 //                                      prefetchDistance(), which they took before
-//     separatesAsItLoads               whether load3 and load4 cost no more than loads
+//     separatesAsItLoads               whether load2, load3 and load4 cost no more than loads. Then even and odd columns
+//                                      of mosaics are kept apart (Apart).
 //
 // Bytes and words
 //     place(v, at)         within each lane, at positions that the compiler knows; those below 0 make 0
@@ -64,6 +68,7 @@
 //     weigh(tripleUp(a, b, c), TripleFactors(i, j, k))    i a + j b + k c
 //     clampSums(s, low, high)   each sum
 //     wordsOf<from>(s)     of each sum 16 bits from bit `from` on
+//     clampedWords<from>(s)   each sum >> from, clamped to 0..65535
 #pragma once
 
 #if defined(__SSSE3__) && !defined(KEL_PLAIN)

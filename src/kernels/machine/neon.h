@@ -22,6 +22,22 @@ INLINE int16x8_t s16x8(Ints v) { return as<int16x8_t>(v); }
 
 // ---- Pixels in memory
 
+INLINE void load2(const u8* s, Bytes& a, Bytes& b) {
+    const uint8x16x2_t v = vld2q_u8(s);
+    a = as<Bytes>(v.val[0]), b = as<Bytes>(v.val[1]);
+}
+INLINE void load2(const u8* s, Words& a, Words& b) {
+    const uint16x8x2_t v = vld2q_u16(reinterpret_cast<const u16*>(s));
+    a = as<Words>(v.val[0]), b = as<Words>(v.val[1]);
+}
+INLINE void store2(u8* d, Bytes a, Bytes b) {
+    const uint8x16x2_t pairs{{u8x16(a), u8x16(b)}};
+    vst2q_u8(d, pairs);
+}
+INLINE void store2(u8* d, Words a, Words b) {
+    const uint16x8x2_t pairs{{u16x8(a), u16x8(b)}};
+    vst2q_u16(reinterpret_cast<u16*>(d), pairs);
+}
 INLINE void load3(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
     const uint8x16x3_t v = vld3q_u8(s);
     a = as<Bytes>(v.val[0]), b = as<Bytes>(v.val[1]), c = as<Bytes>(v.val[2]);
@@ -44,6 +60,10 @@ INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) {
     vst4q_u8(d, pixels);
 }
 INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
+INLINE void store4(u8* d, Bytes v, Bytes w, Bytes x, Bytes y) {
+    const uint8x16x4_t quads{{u8x16(v), u8x16(w), u8x16(x), u8x16(y)}};
+    vst4q_u8(d, quads);
+}
 constexpr bool separatesAsItLoads = true;
 
 using plain::storeQuads;
@@ -160,6 +180,10 @@ INLINE Sums clampSums(Sums s, i32 low, i32 high) {
 
 template <int from> INLINE Words wordsOf(Sums s) {
     return as<Words>(vshrn_high_n_s32(vshrn_n_s32(as<int32x4_t>(s.a), from), as<int32x4_t>(s.b), from));
+}
+
+template <int from> INLINE Words clampedWords(Sums s) {
+    return as<Words>(vqshrun_high_n_s32(vqshrun_n_s32(as<int32x4_t>(s.a), from), as<int32x4_t>(s.b), from));
 }
 
 template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {

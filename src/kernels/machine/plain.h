@@ -11,6 +11,12 @@ namespace plain {
 
 // ---- Pixels in memory
 
+template <class V> INLINE void load2(const u8* s, V& a, V& b) {
+    const V v = load<V>(s), w = load<V>(s + N);
+    a = everySecond<0>(v, w), b = everySecond<1>(v, w);
+}
+template <class V> INLINE void store2(u8* d, V a, V b) { store(d, byTurns<0>(a, b)), store(d + N, byTurns<1>(a, b)); }
+
 INLINE void load3(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
     u8 x[N], y[N], z[N];
     for (int i = 0; i < N; ++i) x[i] = s[3 * i], y[i] = s[3 * i + 1], z[i] = s[3 * i + 2];
@@ -38,6 +44,11 @@ template <int unit> INLINE void store3(u8* d, size_t step, Bytes a, Bytes b, Byt
 template <int unit> INLINE void store3(u8* d, size_t step, Bytes v) { store3<unit>(d, step, v, v, v); }
 INLINE void store3of4(u8* d, Bytes a, Bytes b, Bytes c) { permutes::store3of4(d, a, b, c, permutes::blendQuarter); }
 INLINE void store3of4(u8* d, Bytes v) { store3of4(d, v, v, v); }
+
+INLINE void store4(u8* d, Bytes v, Bytes w, Bytes x, Bytes y) {
+    store2(d, as<Words>(byTurns<0>(v, w)), as<Words>(byTurns<0>(x, y)));
+    store2(d + 2 * N, as<Words>(byTurns<1>(v, w)), as<Words>(byTurns<1>(x, y)));
+}
 
 INLINE void storeQuads(u8* d, Bytes v) {
     store(d, blend([](int i) { return i % 4 == 3; }, load(d), v));
@@ -183,6 +194,8 @@ INLINE Sums clampSums(Sums s, i32 low, i32 high) {
     };
     return {clamped(s.a), clamped(s.b)};
 }
+
+template <int from> INLINE Words clampedWords(Sums s) { return wordsOf<from>(clampSums(s, 0, (1 << (16 + from)) - 1)); }
 
 INLINE Sums signedWords(Words w) {
     const Wides pairs = as<Wides>(w);

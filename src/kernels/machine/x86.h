@@ -40,6 +40,9 @@ namespace machine {
 // ---- Pixels in memory
 
 using permutes::load4;
+using plain::load2;
+using plain::store2;
+using plain::store4;
 constexpr bool separatesAsItLoads = false;
 
 #if defined(KEL_AVX2)
@@ -210,6 +213,7 @@ template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) {
 
 // ---- 32 bits: of the words at even and at odd positions
 
+using plain::clampedWords;
 using plain::clampSums;
 using plain::wordsOf;
 
