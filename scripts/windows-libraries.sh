@@ -3,6 +3,8 @@
 # static libraries, and beside them the headers of CLI11. Asks for no rights: apt works in a folder of its own.
 #
 #     scripts/windows-libraries.sh        into build/windows-libraries, where the preset 'windows' looks
+#
+# Exit code 77: the sources cannot be had here.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD prefix=$PWD/build/windows-libraries
@@ -20,14 +22,14 @@ sources() { # arguments of apt-get
         -o Dir::Cache="$work/cache" -o APT::Sandbox::User="$(id -un)" "$@"
 }
 build() { # Debian's source package, options of cmake
-    (cd "$work" && { sources source "$1" || sources source "$1/bookworm"; }) # where a mirror lacks the latest
+    (cd "$work" && { sources source "$1" || sources source "$1/bookworm"; }) || exit 77 # where a mirror lacks the latest
     cmake -S "$work/${1%1.6}"*/ -B "$work/build/$1" -DCMAKE_TOOLCHAIN_FILE="$root/cmake/x86_64-w64-mingw32.cmake" \
         -DCMAKE_BUILD_TYPE=Release -DCMAKE_INSTALL_PREFIX="$prefix" "${@:2}"
     cmake --build "$work/build/$1" --parallel "$(nproc)"
     cmake --install "$work/build/$1"
 }
 
-sources update
+sources update || exit 77
 build libpng1.6 -DPNG_SHARED=OFF -DPNG_TESTS=OFF
 build tiff -DBUILD_SHARED_LIBS=OFF -Dtiff-tools=OFF -Dtiff-tests=OFF -Dtiff-contrib=OFF -Dtiff-docs=OFF
 mkdir -p "$prefix/share/cmake"
