@@ -174,9 +174,10 @@ double bitsOfSamples(Dump dump, const Layout& layout, Index width, Index height,
 // ---- Sizes
 
 // What is usual counts as if it saved some bits of each byte.
+constexpr double unusual = .02; // at least
 double strangeness(Index width, Index height, std::span<const UsualSize> usual) {
     const double aspect = static_cast<double>(std::max(width, height)) / static_cast<double>(std::min(width, height));
-    double strange = .02 + .1 * std::max(0., std::log2(aspect / 1.8)) + (width < height ? .01 : 0);
+    double strange = unusual + .1 * std::max(0., std::log2(aspect / 1.8)) + (width < height ? .01 : 0);
     for (const UsualSize& size : usual)
         if (size.width == width && size.height == height) strange = 0;
     return strange;
@@ -230,15 +231,71 @@ Index pixelsOf(Dump dump, const Layout& layout) {
     return whole ? samples * ratio.pixels / ratio.samples : 0;
 }
 
+// One frame, or many of them one after the other.
 bool fits(const Layout& layout, Index width, Index height) {
     constexpr Index shortest = 8, narrowest = 16;
-    if (width < narrowest || height < shortest || width > 64 * height || height > 64 * width) return false;
+    if (width < narrowest || height < shortest || width > 64 * height || height > 2000 * width) return false;
     switch (layout.kind) {
     case Kind::mosaic: return width % 2 == 0 && height % 2 == 0;
     case Kind::yuv422: return width % 2 == 0;
     case Kind::yuv411: return width % 4 == 0;
     default: return true;
     }
+}
+
+// ---- Several frames
+
+// How much more two rows differ than rows near them do, as a logarithm: high where one frame ends and the next begins.
+double seamAt(Dump dump, const Layout& layout, Index row, Index y) {
+    const Index step = layout.kind == Kind::mosaic ? 2 : 1; // to the next row of the same colours
+    constexpr std::size_t most = 512;
+    std::array<int, most> here, above;
+    const std::size_t count = std::min(most, static_cast<std::size_t>(row));
+    const Index column = (row - static_cast<Index>(count)) / 2;
+    const auto read = [&](Index at, std::array<int, most>& samples) {
+        readSamples(dump, layout.storage, at * row + column, std::span(samples).first(count));
+    };
+    const auto difference = [&](Index at) {
+        read(at, here);
+        read(at - step, above);
+        double sum = .5 * static_cast<double>(count); // so that rows without noise are no wonder
+        for (std::size_t i = 0; i < count; ++i) sum += std::abs(here[i] - above[i]);
+        return sum;
+    };
+    return std::log2(difference(y) / std::max(difference(y - step), difference(y + step)));
+}
+
+// Whether the dump looks as if a frame of this height ended where it should, again and again.
+bool hasSeams(Dump dump, const Guess& all, Index height) {
+    const Ratio ratio = ratioOf(all.kind);
+    const Index row = Index{all.width} * ratio.samples / ratio.pixels, seams = all.height / height - 1;
+    const Index looks = std::min(seams, Index{24});
+    double sum = 0;
+    Index high = 0;
+    for (Index i = 1; i <= looks; ++i) {
+        const double seam = seamAt(dump, {all.storage, all.kind}, row, (i * seams / looks) * height);
+        sum += seam;
+        high += seam > .5 ? 1 : 0;
+    }
+    return 4 * high >= 3 * looks && sum / static_cast<double>(looks) * std::sqrt(static_cast<double>(looks)) > 2;
+}
+
+// The least strange frame of those that it may be several of; the guess itself if there are none.
+Guess oneOfSeveral(Dump dump, const Guess& all, std::span<const UsualSize> usual) {
+    constexpr Index narrowest = 160;
+    Guess best = all;
+    double least = impossible;
+    if (all.width < narrowest) return best;
+    for (Index height = std::max(Index{48}, Index{all.width} / 4); 2 * height <= all.height; ++height) {
+        const bool possible = all.height % height == 0 && (all.kind != Kind::mosaic || height % 2 == 0);
+        if (!possible || height > 2 * Index{all.width}) continue;
+        const double strange = strangeness(all.width, height, usual);
+        if (strange >= least || !hasSeams(dump, all, height)) continue;
+        least = strange;
+        best.height = static_cast<std::uint32_t>(height);
+        best.frames = static_cast<std::uint32_t>(all.height / height);
+    }
+    return best;
 }
 
 // ---- What else can be seen of the best
@@ -368,8 +425,10 @@ std::vector<Guess> possibilities(Dump dump) {
         const Index pixels = pixelsOf(dump, layout);
         const auto add = [&](Index width, Index height) {
             if (fits(layout, width, height))
-                guesses.push_back({layout.storage, layout.kind, 8, false, false, true,
-                                   static_cast<std::uint32_t>(width), static_cast<std::uint32_t>(height)});
+                guesses.push_back({.storage = layout.storage,
+                                   .kind = layout.kind,
+                                   .width = static_cast<std::uint32_t>(width),
+                                   .height = static_cast<std::uint32_t>(height)});
         };
         for (Index width = 1; width * width <= pixels; ++width) {
             if (pixels % width != 0) continue;
@@ -396,22 +455,39 @@ std::vector<Guess> guess(Dump dump, std::span<const UsualSize> usual, std::size_
     if (dump.size() < fewestBytes) return {};
     const UsedBits used = usedBits(dump);
     std::vector<Guess> guesses = possibilities(dump);
+    // Frames without noise are drawn, not taken: their patterns suit many models, so that what is usual decides.
+    bool drawn = false;
     const auto weigh = [&](int runs) {
         for (Guess& one : guesses)
-            one.cost =
-                bitsOfSamples(dump, {one.storage, one.kind}, one.width, one.height, runs) * 8 / bitsOf(one.storage);
-        // Frames without noise are drawn, not taken: their patterns suit many models, so that what is usual decides.
-        const bool drawn = std::any_of(guesses.begin(), guesses.end(), [](const Guess& one) { return one.cost < .3; });
-        for (Guess& one : guesses)
-            one.cost += (drawn ? 10 : 1) * strangeness(one.width, one.height, usual) + doubtsOf(used, one.storage);
+            one.cost = bitsOfSamples(dump, {one.storage, one.kind}, one.width, Index{one.height} * one.frames, runs) *
+                       8 / bitsOf(one.storage);
+        drawn = std::any_of(guesses.begin(), guesses.end(), [](const Guess& one) { return one.cost < .3; });
     };
-    // Among so many is the best of all.
+    std::vector<Guess> several; // of these, what is seen of their rows speaks against a single frame
+    const auto couldBeSeveral = [&](const Guess& one) {
+        return one.frames == 1 && std::any_of(several.begin(), several.end(), [&](const Guess& other) {
+                   return other.storage == one.storage && other.kind == one.kind && other.width == one.width;
+               });
+    };
+    const auto keep = [&](std::size_t most) {
+        for (Guess& one : guesses) {
+            const double strange = strangeness(one.width, one.height, usual) + (couldBeSeveral(one) ? .05 : 0);
+            const bool unlikely = drawn && one.frames > 1 && strange >= unusual;
+            one.cost += unlikely ? impossible : (drawn ? 10 : 1) * strange + doubtsOf(used, one.storage);
+        }
+        keepBest(guesses, most);
+    };
     weigh(25);
-    keepBest(guesses, 20 * count + 100);
+    std::vector<Guess> bestRows = guesses; // whatever their number
+    keepBest(bestRows, 20);
+    keep(20 * count + 100);
+    for (const Guess& rows : bestRows)
+        if (const Guess one = oneOfSeveral(dump, rows, usual); one.frames > 1) several.push_back(one);
+    guesses.insert(guesses.end(), several.begin(), several.end());
     weigh(100);
-    keepBest(guesses, 4 * count + 30);
+    keep(4 * count + 30); // among so many is the best of all
     weigh(500);
-    keepBest(guesses, count);
+    keep(count);
     std::map<Storage, Depth> depths;
     for (Guess& one : guesses) {
         if (!depths.contains(one.storage)) depths[one.storage] = depthOf(dump, one.storage);

@@ -23,6 +23,7 @@ struct Guess {
     bool greenFirst = false; // mosaics: the first sample is green
     bool redFirst = true;    // colours and mosaics: before blue, which is a guess between equals
     std::uint32_t width = 0, height = 0;
+    std::uint32_t frames = 1;  // of this size, one after the other
     std::uint32_t padding = 0; // columns at the right that are all the same, at most 64
     double cost = 0;           // bits for each byte of the dump
 };

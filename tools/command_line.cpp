@@ -202,7 +202,7 @@ void addGuess(CLI::App& program) {
     add(command, "--sheet", options->sheet, "PICTURE", "Show them, side by side, numbered as in the list");
     add(command, "--skip", options->skip, "BYTES", "What stands before the frame");
     add(command, "-n,--count", options->count, "N", "How many, by default 6")->check(CLI::Range(1, 99));
-    add(command, "FILE", options->file, "The dump of one frame; - is standard input")->required();
+    add(command, "FILE", options->file, "The dump, of one frame or several; - is standard input")->required();
     command.callback([options] { guessCommand(*options); });
 }
 

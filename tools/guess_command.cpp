@@ -37,6 +37,7 @@ void print(const std::filesystem::path& path, const Bytes& dump, const std::vect
     int rank = 0;
     for (const FrameGuess& guess : guesses) {
         std::string line = optionsFor(guess.frames[0]);
+        if (guess.count > 1) line += " --frame all   " + std::to_string(guess.count) + " frames";
         if (guess.frames.size() > 1)
             line += "   or " + std::string(guess.frames[1].pixels.name) + ", red and blue exchanged";
         std::printf("%2d  %.2f  %s\n", ++rank, guess.cost, line.c_str());
@@ -44,8 +45,9 @@ void print(const std::filesystem::path& path, const Bytes& dump, const std::vect
     }
     std::puts("The number: bits that a byte of it would take if it were so; the fewer, the likelier.");
     if (path == "-") return;
-    std::printf("Look at the first: orvella convert --auto %s %s picture.png\n",
-                optionsFor(guesses[0].frames[0]).c_str(), path.string().c_str());
+    std::printf("Look at the first: orvella convert --auto %s%s %s picture.png\n",
+                optionsFor(guesses[0].frames[0]).c_str(), guesses[0].count > 1 ? " --frame 1" : "",
+                path.string().c_str());
 }
 
 // The dump developed by each guess, numbered.

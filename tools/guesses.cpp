@@ -52,7 +52,7 @@ std::vector<FrameGuess> guessFrames(const Bytes& dump, std::size_t count) {
     for (const Size& size : usualSizes()) usual.push_back({size.width, size.height});
     std::vector<FrameGuess> guesses;
     for (const Guess& guess : picture::guess(dump, usual, count)) {
-        FrameGuess frames{{}, guess.cost, guess.padding};
+        FrameGuess frames{{}, guess.cost, guess.frames, guess.padding};
         for (const std::string& name : namesOf(guess)) frames.frames.push_back(frameOf(guess, name));
         guesses.push_back(std::move(frames));
     }

@@ -133,8 +133,10 @@ TEST_F(Inputs, AreGuessed) {
         EXPECT_LT(list.find(first), list.find("\n 2 ")) << name << "\n" << list;
         EXPECT_GT(readPng(path("sheet.png")).height, 260u);
     }
+    const std::string& deep = frames["BayerGR12"];
+    EXPECT_NE(succeed("guess -", deep + deep + deep).out.find("-s 310x234 --frame all   3 frames"), std::string::npos);
     std::string padded;
-    for (std::size_t y = 0; y < 234; ++y) padded += frames["BayerGR12"].substr(620 * y, 620) + std::string(12, '\0');
+    for (std::size_t y = 0; y < 234; ++y) padded += deep.substr(620 * y, 620) + std::string(12, '\0');
     EXPECT_NE(succeed("guess -", padded).out.find("-s 310x234 --stride 632"), std::string::npos);
     EXPECT_EQ(run("guess -", std::string(1009, 'x')).code, 1);
 }
