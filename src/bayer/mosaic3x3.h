@@ -14,64 +14,87 @@
 namespace kel {
 namespace {
 
-// Samples of a row as words: those of every second column, from the one left of a block on.
-struct Columns {
-    Words left, here, right, right2;
+// Every second column: words of N / 2 of them, or bytes of N where they are kept apart.
+using Column = std::conditional_t<separatesAsItLoads, Bytes, Words>;
 
-    INLINE explicit Columns(const u8* c)
-        : left(firstOfPairs(load(c - 1))), here(firstOfPairs(load(c))), right(secondOfPairs(load(c))),
-          right2(secondOfPairs(load(c + 1))) {}
-};
-
-// The even and the odd ones of N pixels.
-struct EvenOdd {
-    Words even, odd;
-};
-struct EvenOddRgb {
-    EvenOdd r, g, b;
-};
-INLINE Rgb to8(const EvenOddRgb& p) {
-    const auto joined = [](EvenOdd v) { return as<Bytes>(v.even | v.odd << 8); };
-    return {joined(p.r), joined(p.g), joined(p.b)};
-}
-template <Weights k> INLINE Split weigh(const EvenOddRgb& p) {
-    if constexpr (splitPart(1) == 0) return weigh<k>(to8(p));
-    const auto sum = [](Words r, Words g, Words b) {
-        return times(r, k.r) + times(g, k.g) + times(b, k.b) + fill(k.add);
-    };
-    return {sum(p.r.even, p.g.even, p.b.even), sum(p.r.odd, p.g.odd, p.b.odd)};
+INLINE void separate(const u8* s, Bytes& even, Bytes& odd) { load2(s, even, odd); }
+INLINE void separate(const u8* s, Words& even, Words& odd) {
+    const Bytes v = load(s);
+    even = firstOfPairs(v), odd = secondOfPairs(v);
 }
 
-// c: the first of N pixels; siteFirst: whether it is a site of the row's own colour.
-template <bool redRow, bool siteFirst> INLINE EvenOddRgb demosaic3x3(const u8* c, ptrdiff_t pitch) {
-    const Columns up(c - pitch), row(c), down(c + pitch);
-    const Words atLeft = up.left + down.left, atHere = up.here + down.here, atRight = up.right + down.right;
-    EvenOdd own, green, other;
-    if constexpr (siteFirst) {
-        own = {row.here, (row.here + row.right2) >> 1};
-        green = {(row.left + row.right + atHere) >> 2, (2 * row.right + up.right2 + down.here) >> 2};
-        other = {(atLeft + atRight) >> 2, atRight >> 1};
-    } else {
-        own = {(row.left + row.right) >> 1, row.right};
-        green = {(2 * row.here + up.right + down.left) >> 2, (row.here + row.right2 + atRight) >> 2};
-        other = {atHere >> 1, (atHere + up.right2 + down.right2) >> 2};
+INLINE Bytes meanOf(Bytes v, Bytes w) { return mean(v, w); }
+INLINE Bytes meanOf(Bytes v, Bytes w, Bytes x, Bytes y) { return mean(v, w, x, y); }
+INLINE Words meanOf(Words v, Words w) { return (v + w) >> 1; }
+INLINE Words meanOf(Words v, Words w, Words x, Words y) { return (v + w + (x + y)) >> 2; }
+
+// Of a row: for the even pixels of a block the columns left of them, their own and the ones right of them, and the same for
+// the odd pixels.
+struct Three {
+    Column left, here, right;
+};
+struct Threes {
+    Three even, odd;
+
+    INLINE explicit Threes(const u8* c) {
+        separate(c - 1, even.left, even.here), separate(c + 1, even.right, odd.right);
+        odd.left = even.here, odd.here = even.right;
     }
-    return redRow ? EvenOddRgb{own, green, other} : EvenOddRgb{other, green, own};
+};
+
+struct ColumnRgb {
+    Words r, g, b;
+};
+template <> constexpr int pixelsIn<ColumnRgb> = N / 2;
+
+INLINE Rgb colours(Bytes r, Bytes g, Bytes b) { return {r, g, b}; }
+INLINE ColumnRgb colours(Words r, Words g, Words b) { return {r, g, b}; }
+
+INLINE Rgb to8(const Apart<ColumnRgb>& p) {
+    const auto joined = [](Words even, Words odd) { return as<Bytes>(even | odd << 8); };
+    return {joined(p.even.r, p.odd.r), joined(p.even.g, p.odd.g), joined(p.even.b, p.odd.b)};
+}
+template <Weights k> INLINE Split weigh(const Apart<ColumnRgb>& p) {
+    const auto sum = [](const ColumnRgb& c) {
+        return times(c.r, k.r) + times(c.g, k.g) + times(c.b, k.b) + fill(k.add);
+    };
+    return {sum(p.even), sum(p.odd)};
 }
 
-// The inner pixels of a row of less than N of them, through a buffer.
+template <bool redRow> INLINE auto colouredSite(const Three& up, const Three& row, const Three& down) {
+    const Column own = row.here, green = meanOf(row.left, row.right, up.here, down.here);
+    const Column other = meanOf(up.left, down.left, up.right, down.right);
+    return redRow ? colours(own, green, other) : colours(other, green, own);
+}
+template <bool redRow> INLINE auto greenSite(const Three& up, const Three& row, const Three& down) {
+    const Column own = meanOf(row.left, row.right), green = meanOf(row.here, meanOf(up.right, down.left));
+    const Column other = meanOf(up.here, down.here);
+    return redRow ? colours(own, green, other) : colours(other, green, own);
+}
+
+// c: the first of a block of pixels; siteFirst: whether it is a site of the row's own colour.
+template <bool redRow, bool siteFirst> INLINE auto demosaic3x3(const u8* c, ptrdiff_t pitch) {
+    const Threes up(c - pitch), row(c), down(c + pitch);
+    if constexpr (siteFirst)
+        return Apart{colouredSite<redRow>(up.even, row.even, down.even), greenSite<redRow>(up.odd, row.odd, down.odd)};
+    else
+        return Apart{greenSite<redRow>(up.even, row.even, down.even), colouredSite<redRow>(up.odd, row.odd, down.odd)};
+}
+constexpr size_t block3x3 = 2 * pixelsIn<Column>;
+
+// The inner pixels of a row of less than a block of them, through a buffer.
 template <bool redRow, bool siteFirst, class W>
 __attribute__((noinline)) void narrowRow3x3(u8* d, const u8* s, size_t width, const W& write) {
-    constexpr ptrdiff_t pitch = N + 2;
+    constexpr ptrdiff_t pitch = block3x3 + 2;
     u8 rows[3 * pitch] = {};
     for (ptrdiff_t k = 0; k < 3; ++k) std::memcpy(rows + k * pitch, s + (k - 1) * static_cast<ptrdiff_t>(width), width);
     putPart(write, d + W::bytes, demosaic3x3<redRow, siteFirst>(rows + pitch + 1, pitch), width - 2);
 }
 
 template <bool redRow, bool siteFirst, class W> INLINE void row3x3(u8* d, const u8* s, size_t width, const W& write) {
-    if (width >= N + 2) {
-        const size_t last = width - 1 - N; // of the last block, which steps back; all of them begin at an odd column
-        for (size_t x = 1;; x = x + N < last ? x + N : last) {
+    if (width >= block3x3 + 2) {
+        const size_t last = width - 1 - block3x3; // the last block steps back; all of them begin at an odd column
+        for (size_t x = 1;; x = x + block3x3 < last ? x + block3x3 : last) {
             write.put(d + x * W::bytes, demosaic3x3<redRow, siteFirst>(s + x, static_cast<ptrdiff_t>(width)));
             if (x == last) break;
         }

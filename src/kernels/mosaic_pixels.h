@@ -145,12 +145,16 @@ template <> struct AlternatingWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Orde
 
 // ---- Where columns are kept apart, there is nothing of all this
 
+// Some readers say how to load so: apart(p).
 template <class S> struct ApartSamples : S {
     static constexpr bool unpackOnce = true;
     using S::S;
     template <int from> INLINE auto samples(const u8* s) const {
         static_assert(from == 0);
-        return separated(S::template samples<0>(s), s);
+        if constexpr (requires { S::apart(s); })
+            return S::apart(s);
+        else
+            return separated(S::template samples<0>(s), s);
     }
 
 private:

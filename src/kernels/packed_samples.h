@@ -73,6 +73,12 @@ struct Top12Packed : Reader<12> {
         });
     }
     static INLINE Grey get(const u8* s) { return {samples(s)}; }
+    static INLINE Apart<Bytes> apart(const u8* s) {
+        Apart<Bytes> v;
+        Bytes nibbles;
+        load3(s, v.even, nibbles, v.odd);
+        return v;
+    }
 };
 
 struct Samples12Packed : Reader<12> {
