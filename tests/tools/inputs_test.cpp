@@ -1,8 +1,10 @@
 // Frames as they come: with headers, names that say what they are, several in a file; and adjusted to look right.
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <map>
 #include <tiffio.h>
+#include <tuple>
 
 #include "pictures.h"
 #include "program.h"
@@ -93,6 +95,23 @@ TEST_F(Inputs, MayBePaddedAndSeveralInAFile) {
     EXPECT_EQ(video.size(), 37 + 3 * (6 + 64 * 48 * 3u));
     EXPECT_EQ(run("convert " + layout + "--frame 4 in.raw out.png").code, 1);
     EXPECT_EQ(run("convert " + layout + "--frame all in.raw -").code, 2);
+}
+
+TEST_F(Inputs, BecomeVideoThatFfmpegReads) {
+    const auto ffmpeg = [&](const std::string& arguments) {
+        return std::system(("ffmpeg " + arguments + " >" + path("ffmpeg.txt").string() + " 2>&1").c_str()) == 0;
+    };
+    if (!ffmpeg("-version")) GTEST_SKIP() << "there is no ffmpeg";
+    for (const auto& [format, layout, most] : {std::tuple{"BayerRG8", "rgb24", 2}, std::tuple{"Mono8", "gray", 0}}) {
+        const std::string frame = std::string("-s 64x48 -f ") + format, in = chart(frame),
+                          out = path("video.raw").string();
+        succeed("convert --frame all " + frame + " - video.y4m", in + in);
+        ASSERT_TRUE(ffmpeg("-i " + path("video.y4m").string() + " -f rawvideo -y -pix_fmt " + layout + " " + out));
+        const std::string wanted = bytes("--frame all " + frame + " -", in + in), seen = readFile(out);
+        ASSERT_EQ(seen.size(), wanted.size());
+        for (std::size_t i = 0; i < seen.size(); ++i)
+            ASSERT_NEAR(static_cast<unsigned char>(seen[i]), static_cast<unsigned char>(wanted[i]), most) << i;
+    }
 }
 
 TEST_F(Inputs, MayBeADirectory) {
