@@ -47,7 +47,7 @@ private:
         constexpr int start = first == from ? 0 : byteOf(L - 1 + from) + 2 - L;
         const Bytes bytes = loadLanes(s + start, L * Layout::bits / 8);
         const Bytes words = permute(bytes, [](int i) { return byteOf(first + i / 2) + i % 2 - start; });
-        return as<Words>(words) * scales<first>(Indices<N / 2>()) & Layout::mask;
+        return as<Words>(words) * kept(scales<first>(Indices<N / 2>())) & Layout::mask;
     }
     template <int first, int... i> static INLINE Words scales(std::integer_sequence<int, i...>) {
         return Words{static_cast<u16>(Layout::scale(i + first))...};
@@ -72,14 +72,7 @@ struct Top12Packed : Reader<12> {
             return byte < L ? byte : byte - start + L;
         });
     }
-    static INLINE auto get(const u8* s) {
-        if constexpr (separatesAsItLoads) {
-            const Apart<Bytes> v = apart(s);
-            return Apart{Grey{v.even}, Grey{v.odd}};
-        } else {
-            return Grey{samples(s)};
-        }
-    }
+    static INLINE Grey get(const u8* s) { return {samples(s)}; }
     static INLINE Apart<Bytes> apart(const u8* s) {
         Apart<Bytes> v;
         Bytes nibbles;
@@ -95,15 +88,7 @@ struct Samples12Packed : Reader<12> {
     template <int from = 0> static INLINE Halves samples(const u8* s) {
         return {half<from, from>(s), half<from, from + L / 2>(s)};
     }
-    static INLINE auto get(const u8* s) {
-        if constexpr (separatesAsItLoads) {
-            Bytes even, nibbles, odd;
-            load3(s, even, nibbles, odd);
-            return Apart{DeepBytes{even, nibbles << 4}, DeepBytes{odd, nibbles & 0xF0}};
-        } else {
-            return Grey16{samples(s)};
-        }
-    }
+    static INLINE Grey16 get(const u8* s) { return {samples(s)}; }
 
 private:
     static constexpr int nibblesOf(int i) { return i / 2 * 3 + 1; }

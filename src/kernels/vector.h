@@ -47,6 +47,7 @@ template <class V, int... i> INLINE auto join(V low, V high, std::integer_sequen
 
 } // namespace
 } // namespace kel
+#include "kernels/machine/constants.h"
 #include "kernels/machine/lanes.h"
 namespace kel {
 namespace {
@@ -54,7 +55,7 @@ namespace {
 // ---- Moving bytes. `at` is a constexpr function from a position to the position that its byte comes from.
 
 template <class At, int... i> INLINE Bytes arrange(Bytes v, At at, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(v, v, at(i)...);
+    return arrange<at(i)...>(v);
 }
 // Anywhere in the vector: slow where N > L.
 template <class At> INLINE Bytes arrange(Bytes v, At at) { return arrange(v, at, Indices<N>()); }
@@ -71,7 +72,7 @@ template <class At, int... i> INLINE Bytes shuffle(Bytes a, Bytes b, At at, std:
 template <class At> INLINE Bytes shuffle(Bytes a, Bytes b, At at) { return shuffle(a, b, at, Indices<N>()); }
 
 template <class Is, int... i> INLINE Bytes maskWhere(Is is, std::integer_sequence<int, i...>) {
-    return Bytes{static_cast<u8>(is(i % L) ? 255 : 0)...};
+    return kept(Bytes{static_cast<u8>(is(i % L) ? 255 : 0)...});
 }
 template <class Is> INLINE Bytes maskWhere(Is is) { return maskWhere(is, Indices<N>()); }
 INLINE Bytes select(Bytes mask, Bytes a, Bytes b) { return mask ? a : b; }

@@ -85,7 +85,7 @@ INLINE Bytes lookUp(Bytes a, Bytes b, Bytes at) {
 }
 #else
 template <class At, int... i> INLINE Bytes place(Bytes v, At at, std::integer_sequence<int, i...>) {
-    return as<Bytes>(KEL_X86(shuffle_epi8)(as<Register>(v), as<Register>(Bytes{static_cast<u8>(at(i % L))...})));
+    return as<Bytes>(KEL_X86(shuffle_epi8)(as<Register>(v), as<Register>(kept(Bytes{static_cast<u8>(at(i % L))...}))));
 }
 INLINE Bytes lookUp(Bytes v, Bytes at) { return as<Bytes>(KEL_X86(shuffle_epi8)(as<Register>(v), as<Register>(at))); }
 // Positions from 128 on give 0: those in b do for a, those in a (less 16) for b.
@@ -116,12 +116,6 @@ INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
 
 INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(KEL_X86(adds_epu8)(as<Register>(a), as<Register>(b))); }
 
-#if defined(__AVX512VBMI__)
-INLINE u64 zeros(Bytes v) { return _mm512_testn_epi8_mask(as<Register>(v), as<Register>(v)); }
-#else
-INLINE u64 zeros(Bytes v) { return static_cast<u32>(KEL_X86(movemask_epi8)(as<Register>(v == 0))); }
-#endif
-
 INLINE Words swapped(Words w) {
     return as<Words>(permute(as<Bytes>(w), [](int i) { return i ^ 1; }));
 }
@@ -138,7 +132,19 @@ INLINE Words times(Words v, int k) {
 // A shift by a variable count is two micro-operations.
 INLINE Words shiftUp(Words w, int by) { return w * fill(1 << by); }
 
+#if defined(__wasm__)
+// Which has no such product, but that of word pairs; emscripten's header makes one of four wide products and a shuffle.
+INLINE Ints mulHigh(Ints a, Ints b) {
+    const auto high = [](Bytes p, Bytes q) {
+        return _mm_srai_epi32(_mm_madd_epi16(as<Register>(p), as<Register>(q)), 16);
+    };
+    const Bytes x = as<Bytes>(a), y = as<Bytes>(b);
+    return as<Ints>(_mm_packs_epi32(high(zip<2, 0>(x, Bytes{}), kept(zip<2, 0>(y, Bytes{}))),
+                                    high(zip<2, 1>(x, Bytes{}), kept(zip<2, 1>(y, Bytes{})))));
+}
+#else
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(KEL_X86(mulhi_epi16)(as<Register>(a), as<Register>(b))); }
+#endif
 
 using plain::fillBytePairs;
 INLINE Words weighPairs(Bytes v, Words factors) {
