@@ -17,7 +17,7 @@ bench=("${build[@]}" libopencv-imgproc-dev libyuv-dev libdc1394-dev libswscale-d
 package=("${build[@]}" build-essential debhelper devscripts dpkg-dev debootstrap help2man lintian
     binutils libgtest-dev libgstreamer1.0-dev libgstreamer-plugins-base1.0-dev gstreamer1.0-plugins-base
     dh-python pybuild-plugin-pyproject python3-all python3-setuptools emscripten esbuild nodejs)
-web=("${build[@]}" emscripten nodejs esbuild chromium chromium-driver python3-selenium)
+web=("${build[@]}" googletest emscripten nodejs esbuild chromium chromium-driver python3-selenium)
 docs=(python3-opencv python3-skimage python3-scipy python3-pil mkdocs mkdocs-material)
 cross=("${build[@]}" g++-aarch64-linux-gnu qemu-user googletest llvm-19
     g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev wine wine64)

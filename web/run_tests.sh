@@ -12,10 +12,10 @@ wants() { # the test, programs...
 }
 
 wants "WebAssembly" em++ node || exit 0
-cmake --preset web
-cmake --build --preset web --parallel "$(nproc)"
+cmake --preset web -DORVELLA_TESTS=ON
+for targets in web web-tests; do cmake --build --preset "$targets" --parallel "$(nproc)"; done
 node --test web/tests/module.test.mjs
-node build/web/web/orvella_machine_operations.js
+ctest --preset web --verbose
 
 wants "the viewer" esbuild chromium chromedriver || exit 0
 /usr/bin/python3 -c 'import selenium' 2>/dev/null || { echo "Skipped: the viewer, as python3-selenium is missing"; exit 0; }

@@ -28,7 +28,8 @@ bool alike(OrvPixelFormatType a, OrvPixelFormatType b) {
 }
 
 bool isListed(OrvPixelFormatType format, std::uint32_t output, const std::string& method) {
-    return std::ranges::any_of(catalogue::conversions(), [&](const catalogue::Conversion& conversion) {
+    const auto& all = catalogue::conversions();
+    return std::any_of(all.begin(), all.end(), [&](const catalogue::Conversion& conversion) {
         return conversion.format && alike(conversion.format, format) && conversion.method == method &&
                conversion.output == definition::outputs[output].name;
     });

@@ -38,8 +38,8 @@ template <class Wanted> std::vector<Case> cases(const Wanted& wanted) {
 
 std::string nameOf(const ::testing::TestParamInfo<Case>& info) {
     std::string name = info.param.conversion->name() + " " + kel::nameOf(info.param.level);
-    std::ranges::replace_if(
-        name, [](char c) { return !std::isalnum(static_cast<unsigned char>(c)); }, '_');
+    for (char& c : name)
+        if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
     return name;
 }
 
@@ -58,7 +58,7 @@ std::vector<Size> sizesFor(const Conversion& conversion) {
     static const bool all = std::getenv("ORVELLA_EVERY_WIDTH") != nullptr;
     for (std::uint32_t width = 1; width <= 262; ++width)
         for (const std::uint32_t height : heights)
-            if (((all && width <= 130) || std::ranges::binary_search(widths, width)) &&
+            if (((all && width <= 130) || std::binary_search(std::begin(widths), std::end(widths), width)) &&
                 width % conversion.widthStep == 0 && height % conversion.heightStep == 0 &&
                 width >= conversion.smallest && height >= conversion.smallest &&
                 (conversion.heightStep > 1 || height <= 3))
@@ -120,8 +120,8 @@ protected:
 
         const auto source = sourceMemory_.place(expectedSource.size(), arrangement.place, arrangement.sourceShift);
         const auto destination = memory_.place(expected.size(), arrangement.place, arrangement.destinationShift);
-        std::ranges::copy(input.source, source.begin());
-        std::ranges::copy(input.prefill, destination.begin());
+        std::copy(input.source.begin(), input.source.end(), source.begin());
+        std::copy(input.prefill.begin(), input.prefill.end(), destination.begin());
         convert(input, destination.data(), source.data());
 
         EXPECT_TRUE(support::same(expected, destination, shapeOf(input.size)));
@@ -135,10 +135,10 @@ protected:
         Bytes expected(input.source.begin(), input.source.begin() + std::ssize(input.prefill));
         Bytes source = input.source;
         refer(input, expected, source);
-        std::ranges::copy(expected, source.begin());
+        std::copy(expected.begin(), expected.end(), source.begin());
 
         const auto buffer = memory_.place(source.size(), place);
-        std::ranges::copy(input.source, buffer.begin());
+        std::copy(input.source.begin(), input.source.end(), buffer.begin());
         convert(input, buffer.data(), buffer.data());
         EXPECT_TRUE(support::same(source, buffer, shapeOf(input.size)));
     }

@@ -20,7 +20,7 @@ struct Shape {
                                                      std::span<const std::uint8_t> actual, Shape shape) {
     if (expected.size() != actual.size())
         return ::testing::AssertionFailure() << actual.size() << " bytes, not " << expected.size();
-    const auto [e, a] = std::ranges::mismatch(expected, actual);
+    const auto [e, a] = std::mismatch(expected.begin(), expected.end(), actual.begin(), actual.end());
     if (e == expected.end()) return ::testing::AssertionSuccess();
 
     const auto at = static_cast<std::size_t>(e - expected.begin());

@@ -25,14 +25,15 @@ public:
         if (size + shift > size_) throw std::bad_alloc();
         start_ = place == Place::atStart ? shift : size_ - size - shift;
         placedSize_ = size;
-        for (const auto side : {before(), behind()}) std::ranges::fill(side, canary);
+        for (const auto side : {before(), behind()}) std::fill(side.begin(), side.end(), canary);
         return {placed(), size};
     }
 
     // Whether nothing around the buffer placed last was written.
     [[nodiscard]] bool canariesLive() const {
-        const auto live = [](std::uint8_t byte) { return byte == canary; };
-        return std::ranges::all_of(before(), live) && std::ranges::all_of(behind(), live);
+        for (const auto side : {before(), behind()})
+            if (std::count(side.begin(), side.end(), canary) != std::ssize(side)) return false;
+        return true;
     }
 
 private:

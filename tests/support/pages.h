@@ -2,15 +2,35 @@
 #pragma once
 #if defined(_WIN32)
 #include <windows.h>
-#else
+#elif !defined(__EMSCRIPTEN__)
 #include <sys/mman.h>
 #endif
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdio>
+#include <memory>
 #include <new>
 
 namespace support {
+
+#if defined(__EMSCRIPTEN__)
+
+class Pages {
+public:
+    static constexpr std::size_t size = 4096;
+
+    explicit Pages(std::size_t bytes) : bytes_(std::make_unique<std::uint8_t[]>(bytes)) {
+        [[maybe_unused]] static const int once = std::puts("Skipped: protected pages, which are not here");
+    }
+    [[nodiscard]] std::uint8_t* data() const { return bytes_.get(); }
+    void open(std::size_t, std::size_t) {}
+
+private:
+    std::unique_ptr<std::uint8_t[]> bytes_;
+};
+
+#else
 
 class Pages {
 public:
@@ -51,5 +71,7 @@ private:
     std::size_t bytes_;
     std::uint8_t* start_;
 };
+
+#endif
 
 } // namespace support
