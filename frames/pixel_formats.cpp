@@ -165,7 +165,7 @@ std::optional<PixelFormat> findDepth(std::string_view name) {
     unsigned bits = 0;
     std::from_chars(name.data() + digits, name.data() + name.size(), bits);
     const PixelFormat* const whole = findName(std::string(name.substr(0, digits)) + "16");
-    if (!whole || bits < 9 || bits > 16 || (whole->samples != Samples::grey && !isMosaic(whole->samples))) return {};
+    if (!whole || bits < 9 || bits > 16 || (whole->samples > Samples::bggr && !isDeepColour(*whole))) return {};
     PixelFormat format = *whole;
     format.bits = bits;
     return format;

@@ -31,6 +31,9 @@ std::span<const PixelFormat> pixelFormats(); // 49; all but their names is what 
 const PixelFormat& cygm8();                  // complementary colours, which have no PFNC code
 
 constexpr bool isMosaic(Samples samples) { return samples >= Samples::rggb && samples <= Samples::bggr; }
+constexpr bool isDeepColour(const PixelFormat& format) { // which the library describes, but does not convert
+    return format.samples == Samples::rgb && format.packing == Packing::words;
+}
 constexpr bool isColour(Samples samples) { return samples >= Samples::rgb; } // of each pixel
 
 // Null for an unknown code.

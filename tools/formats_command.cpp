@@ -30,7 +30,7 @@ std::string sizeRule(const PixelFormat& pixels, const Processing& processing) {
     for (const Output& output : outputs()) {
         if (isOffered({pixels, {}}, output, processing)) return sizeRule({pixels, {}}, output, processing);
     }
-    return "not converted";
+    return isDeepColour(pixels) ? "any size; in two steps, to all but 6" : "not converted";
 }
 
 void printRow(const PixelFormat& pixels, const Processing& processing) {

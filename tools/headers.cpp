@@ -95,7 +95,7 @@ FileHeader npyHeader(const std::string& name, std::string_view beginning) {
 FrameFormat plainFrame(const std::string& name, Size size, unsigned channels, unsigned bits, bool bigEndian) {
     const bool deep = bits > 8;
     const char* const format = channels == 1            ? (deep ? "Mono16" : "Mono8")
-                               : channels == 3 && !deep ? "Rgb8"
+                               : channels == 3          ? (deep ? "Rgb16" : "Rgb8")
                                : channels == 4 && !deep ? "Rgba8"
                                                         : nullptr;
     if (!format || bits > 16 || !parseSize(text(size))) {

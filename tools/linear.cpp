@@ -49,18 +49,29 @@ Bytes unpacked(const FrameFormat& frame, Bytes source) {
     return bytesOf(grey, std::move(source), "Mono16");
 }
 
+// Red, green, blue in words.
+Words deepColours(const FrameFormat& frame, const Bytes& source) {
+    Words colours = words(source);
+    const unsigned shift = frame.msbAligned ? 0 : 16 - frame.pixels.bits;
+    for (std::uint16_t& each : colours) {
+        const unsigned word = each, value = frame.bigEndian ? word >> 8 | word << 8 : word;
+        each = static_cast<std::uint16_t>(value << shift & 0xFFFF);
+    }
+    return colours;
+}
+
 // The format of the same mosaic with plain samples.
 FrameFormat plainMosaic(const FrameFormat& frame, const char* bits) {
     return {*findPixelFormat(std::string(frame.pixels.name.substr(0, 7)) + bits), frame.size};
 }
 
-Words deepColours(const FrameFormat& frame, Bytes source) {
+Words demosaicedDeep(const FrameFormat& frame, Bytes source) {
     Words colours = words(bytesOf(plainMosaic(frame, "16"), unpacked(frame, std::move(source)), "BGR48"));
     for (std::size_t i = 0; i < colours.size(); i += 3) std::swap(colours[i], colours[i + 2]);
     return colours;
 }
 
-Words reducedColours(const FrameFormat& frame, Bytes source, const DebayerMode& debayer) {
+Words demosaicedReduced(const FrameFormat& frame, Bytes source, const DebayerMode& debayer) {
     const Bytes deep = unpacked(frame, std::move(source));
     Bytes shallow(deep.size() / 2);
     for (std::size_t i = 0; i < shallow.size(); ++i) shallow[i] = deep[2 * i + 1];
@@ -71,9 +82,10 @@ Words samplesOf(const FrameFormat& frame, Bytes source, const DebayerMode& debay
     const bool bytes = frame.pixels.packing == Packing::bytes;
     if (frame.pixels.samples == Samples::grey)
         return bytes ? widened(source) : words(unpacked(frame, std::move(source)));
+    if (isDeepColour(frame.pixels)) return deepColours(frame, source);
     if (!isMosaic(frame.pixels.samples) || bytes) return widened(bytesOf(frame, std::move(source), "RGB24", {debayer}));
-    if (debayer.code == OrvDebayerMode2x2) return deepColours(frame, std::move(source));
-    return reducedColours(frame, std::move(source), debayer);
+    if (debayer.code == OrvDebayerMode2x2) return demosaicedDeep(frame, std::move(source));
+    return demosaicedReduced(frame, std::move(source), debayer);
 }
 
 // Rows that are converted by themselves, so that what lies between the steps stays in the cache. A mosaic's row needs the

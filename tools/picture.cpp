@@ -39,7 +39,7 @@ Bytes y4mHeader(const Image& image, const Encoding& encoding) {
     const bool grey = shapeOf(image.output).channels == 1;
     const std::string header = "YUV4MPEG2 W" + std::to_string(image.size.width) + " H" +
                                std::to_string(image.size.height) + " F" + std::to_string(encoding.framesPerSecond) +
-                               ":1 Ip A1:1 C" + (grey ? "mono" : "444") + "\n";
+                               ":1 Ip A1:1 C" + (grey ? "mono XCOLORRANGE=FULL" : "444") + "\n";
     return {header.begin(), header.end()};
 }
 

@@ -27,12 +27,14 @@ bool isOfferedAtAll(const FrameFormat& frame, const Processing& processing) {
     return false;
 }
 
-// A mosaic's matrix, mode or depth that the library has for other mosaics, or other outputs, only. No output: what suits.
+// Deep colours; a mosaic's matrix, mode or depth that the library has for other mosaics, or other outputs, only. No output:
+// what suits.
 bool needsTwoSteps(const FrameFormat& frame, const Processing& processing, const Output* output) {
     const bool deep = output && shapeOf(*output).bits == 16 && shapeOf(*output).channels == 3;
     const bool special =
         processing.matrix || processing.debayer.code != OrvDebayerMode2x2 || (deep && frame.pixels.bits > 8);
     const bool both = processing.matrix && processing.debayer.code != OrvDebayerMode2x2;
+    if (isDeepColour(frame.pixels)) return true;
     if (!isMosaic(frame.pixels.samples) || !special) return false;
     if (both) return true;
     const bool pixels = output && output->planes.empty() && output->code != OrvOutputYuv422;
@@ -43,7 +45,7 @@ Output chooseOutput(const FrameFormat& frame, const Recipe& recipe) {
     const bool deep = frame.pixels.bits > 8 && recipe.processing.debayer.code == OrvDebayerMode2x2;
     if (!recipe.twoSteps || recipe.type == FileType::y4m) return suitableOutput(frame, recipe.type, recipe.processing);
     if (recipe.adjustments.any() || !deep || recipe.type == FileType::pgm) return suitableOutput(frame, recipe.type);
-    return outputNamed("BGR48");
+    return outputNamed(isDeepColour(frame.pixels) ? "RGB48" : "BGR48");
 }
 
 std::vector<Image> makeImages(const Recipe& recipe, const FrameFormat& frame, Bytes source) {
@@ -71,7 +73,8 @@ Recipe recipeFor(const FrameFormat& frame, const RecipeOptions& options, FileTyp
     recipe.output = wanted ? *wanted : chooseOutput(frame, recipe);
     requireHolds(recipe.type, recipe.output);
     if (recipe.twoSteps && recipe.output.code == OrvOutputYuv422) {
-        throw UsageError("YUV422 is not made of adjusted or deep mosaics; choose another output (-t), like RGB24");
+        throw UsageError("YUV422 is not made of adjusted frames, nor of deep mosaics or colours; choose another output "
+                         "(-t), like RGB24");
     }
     recipe.deinterlace = options.deinterlace;
     if (recipe.deinterlace && frame.pixels.samples == Samples::cygm)

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "picture.h"
 
 namespace tool {
@@ -8,18 +10,19 @@ constexpr std::uint8_t limited(int scaled) { return static_cast<std::uint8_t>((s
 
 } // namespace
 
-// Planes of ITU-R BT.601 in its limited range, as video has it: Y 16 to 235, Cb and Cr 16 to 240.
+// Planes of ITU-R BT.601 in its limited range, as video has it: Y 16 to 235, Cb and Cr 16 to 240. Grey as it is: ffmpeg and
+// GStreamer take that for the full range, whatever the header says.
 Bytes encodeY4mFrame(const Picture& picture) {
     constexpr std::string_view begin = "FRAME\n";
     const std::size_t pixels = picture.size.pixels();
-    Bytes frame(begin.begin(), begin.end());
-    frame.resize(begin.size() + pixels * picture.channels);
+    Bytes frame(begin.size() + pixels * picture.channels);
+    std::copy(begin.begin(), begin.end(), frame.begin());
     std::uint8_t *const y = frame.data() + begin.size(), *const cb = y + pixels, *const cr = cb + pixels;
-    const std::uint8_t* from = picture.bytes.data();
     if (picture.channels == 1) {
-        for (std::size_t i = 0; i < pixels; ++i) y[i] = limited((16 << 16) + 56284 * from[i]);
+        std::copy(picture.bytes.begin(), picture.bytes.end(), y);
         return frame;
     }
+    const std::uint8_t* from = picture.bytes.data();
     for (std::size_t i = 0; i < pixels; ++i, from += 3) {
         const int red = from[0], green = from[1], blue = from[2];
         y[i] = limited((16 << 16) + 16829 * red + 33039 * green + 6416 * blue);

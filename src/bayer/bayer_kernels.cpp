@@ -14,6 +14,12 @@ template <Endian endian> constexpr ByOutput<ShiftedMosaic> shifted16() {
            shiftedMosaics2x2<Raw16Samples<endian>>(bgr48);
 }
 
+// In planes of bytes or, where vectors have 64 bytes and one instruction makes bytes of the words of two, in words.
+template <class S> constexpr ByOutput<Mosaic> deepMosaics() {
+    using Colours = std::conditional_t < N<64, DeepSamples<S>, S>;
+    return mosaics2x2<DeepSamples<S>>(mono8) | mosaics2x2<Colours>(colour8 + mono16);
+}
+
 // Luma as a grey colour.
 struct GreyBgr24 {
     static constexpr int bytes = 3;
@@ -44,8 +50,8 @@ constexpr BayerKernels bayerKernels{
     .raw8Lcaa = filteredMosaics<LcaaFilter>(mono8 + colour8 + mono16),
     .raw8Lcaav = filteredMosaics<LcaavFilter>(mono8 + colour8 + mono16),
     .raw8Yuv422 = filteredMosaics<PairFilter>(mono8 + colour8 + mono16),
-    .raw10p = mosaics2x2<DeepSamples<Samples10p>>(mono8 + colour8 + mono16),
-    .raw12p = mosaics2x2<DeepSamples<Samples12p>>(mono8 + colour8 + mono16),
+    .raw10p = deepMosaics<Samples10p>(),
+    .raw12p = deepMosaics<Samples12p>(),
     .raw12 = mosaics2x2<Top12Packed>(mono8 + colour8 + mono16),
     .raw16 = mosaics2x2<Raw16FirstByte>(mono8 + colour8),
     .raw16Shifted = {shifted16<Endian::little>(), shifted16<Endian::big>()},

@@ -55,7 +55,7 @@ template <const DoubleWeights& k> INLINE FlooredLuma flooredLuma(const u8* s, co
     if constexpr (k.unit == 100) {
         const Halves sums = weigh<3, wholeWeights<k, 1>()>(s);
         const Quotient a = divideBy100(sums.a), b = divideBy100(sums.b);
-        return {lowBytes(Halves{a.whole, b.whole}), lowBytes(Halves{a.rest, b.rest})};
+        return {clampHalves(as<Ints>(a.whole), as<Ints>(b.whole)), clampHalves(as<Ints>(a.rest), as<Ints>(b.rest))};
     } else {
         Quotient some, others;
         constexpr Weights all = wholeWeights<k, 1>();
@@ -98,77 +98,15 @@ template <const DoubleWeights& k> INLINE Bytes isKept(Bytes grey) {
     return as<Bytes>((lookUp(load(lowered.bytes[0]), load(lowered.bytes[1]), grey >> 3) & bit) == 0);
 }
 
-// ---- Strips of pixels
-
-// How a strip is converted, each way for more pictures than the one before: where few pixels are whole; where the whole
-// ones are greys mostly; by the formula.
-enum class Way { coloured, greys, formula };
-
-template <const DoubleWeights& k> class LumaStrip {
-public:
-    static constexpr size_t capacity = 16 * N;
-
-    // N pixels from pixel x of the strip on, which are at s and have the colours p.
-    template <Way way> INLINE void put(size_t x, const u8* s, const Rgb& p) {
-        if constexpr (way == Way::formula) return putByFormula(x, p);
-        FlooredLuma floored = flooredLuma<k>(s, p);
-        Bytes undecided = as<Bytes>(floored.rest == 0) & 1;
-        if constexpr (way == Way::greys) {
-            const Bytes isGrey = as<Bytes>(((p.r ^ p.g) | (p.g ^ p.b)) == 0);
-            floored.luma += isGrey & ~isKept<k>(p.g);
-            undecided &= ~isGrey;
-        }
-        store(luma_ + x, floored.luma);
-        store(undecided_ + x, undecided);
-    }
-
-    // The same by the formula. A plain loop is the form in which compilers vectorise conversions to double and back.
-    INLINE void putByFormula(size_t x, const Rgb& p) {
-        alignas(N) u8 r[N], g[N], b[N];
-        store(r, p.r), store(g, p.g), store(b, p.b);
-        for (size_t i = 0; i < N; ++i)
-            luma_[x + i] = static_cast<u8>(static_cast<int>(k.r * r[i] + k.g * g[i] + k.b * b[i]));
-    }
-
-    // Of the first n pixels, after put() in integers.
-    INLINE size_t undecided(size_t n) {
-        store(undecided_ + n, u64{}); // nothing behind the pixels
-        u64 sums = 0;                 // eight of them, none above 128
-        for (size_t x = 0; x < n; x += 8) sums += load<u64>(undecided_ + x);
-        const u64 pairs = (sums & 0x00FF00FF00FF00FF) + (sums >> 8 & 0x00FF00FF00FF00FF);
-        return static_cast<size_t>(pairs * 0x0001000100010001 >> 48);
-    }
-
-    // Those of the first n pixels, whose colours are at `rgb`, after undecided().
-    INLINE void decide(const u8* rgb, size_t n) {
-        for (size_t x = 0; x < n; x += 8)
-            for (u64 left = load<u64>(undecided_ + x); __builtin_expect(left != 0, 0); left &= left - 1) {
-                const size_t i = x + static_cast<size_t>(__builtin_ctzll(left)) / 8;
-                luma_[i] = doubleLuma<k>(rgb[3 * i], rgb[3 * i + 1], rgb[3 * i + 2]);
-            }
-    }
-
-    // Not by memcpy, which g++ would make a string instruction.
-    INLINE void copyTo(u8* d, size_t n) const {
-        size_t x = 0;
-        for (; x + N <= n; x += N) store(d + x, load(luma_ + x));
-        if (x < n) copyEnd(d + x, luma_ + x, n - x);
-    }
-
-private:
-    static __attribute__((noinline)) void copyEnd(u8* d, const u8* luma, size_t n) { std::memcpy(d, luma, n); }
-
-    alignas(N) u8 luma_[capacity], undecided_[capacity + 8]; // undecided: 0 or 1
-};
-
 // RGB8 pixels as blocks: use(x, where they are, colours, how many of them are pixels).
 template <class Use> INLINE void eachRgbBlock(const u8* s, size_t n, Use use) {
     const auto block = [&](size_t x, const u8* at, size_t pixels) {
         use(x, at, Rgb24Reader<Order::rgb>::get(at), pixels);
     };
+    const std::uintptr_t distance = prefetchDistance();
     size_t x = 0;
     for (; x + N <= n; x += N) {
-        prefetch<3 * N, false>(s + 3 * x);
+        prefetch<3 * N, false>(s + 3 * x, distance);
         block(x, s + 3 * x, N);
     }
     if (x == n) return;
@@ -177,30 +115,104 @@ template <class Use> INLINE void eachRgbBlock(const u8* s, size_t n, Use use) {
     block(x, last, n - x);
 }
 
+// ---- Strips of pixels
+
+// How a strip is converted, each way for more pictures than the one before: where few pixels are whole; where the whole
+// ones are greys mostly; by the formula.
+enum class Way { coloured, greys, formula };
+
+template <const DoubleWeights& k> class LumaStrip {
+public:
+    static constexpr size_t capacity = 2048;
+
+    // n pixels, and what else sink does with them. Returns how many are left to decide(). A function of its own keeps the
+    // constants of each way in registers.
+    template <Way way, class Sink>
+    __attribute__((noinline)) size_t convert(u8* luma, const u8* s, size_t n, const Sink& sink) {
+        size_t listed = 0, before = 0;
+        u64 whole = 0; // of the block before: by now they are known, and nothing waits for them
+        eachRgbBlock(s, n, [&](size_t x, const u8* at, const Rgb& colours, size_t pixels) {
+            const u64 here = put<way>(luma + x, at, colours) & ~u64{} >> (64 - pixels);
+            listed = list(before, whole, listed);
+            whole = here, before = x;
+            sink(x, colours, pixels);
+        });
+        return list(before, whole, listed);
+    }
+
+    // By the formula what is listed. The strip's colours are at `rgb`.
+    INLINE void decide(u8* luma, const u8* rgb, size_t listed) const {
+        for (size_t i = 0; i < listed; ++i) {
+            const size_t x = list_[i];
+            luma[x] = doubleLuma<k>(rgb[3 * x], rgb[3 * x + 1], rgb[3 * x + 2]);
+        }
+    }
+
+private:
+    // N pixels, which are at s and have the colours p. Returns which ones are whole, as bits.
+    template <Way way> static INLINE u64 put(u8* luma, const u8* s, const Rgb& p) {
+        if constexpr (way == Way::formula) return putByFormula(luma, p), 0;
+        FlooredLuma floored = flooredLuma<k>(s, p);
+        if constexpr (way == Way::greys) {
+            const Bytes isGrey = as<Bytes>(((p.r ^ p.g) | (p.g ^ p.b)) == 0);
+            floored.luma += isGrey & ~isKept<k>(p.g);
+            floored.rest |= isGrey;
+        }
+        store(luma, floored.luma);
+        return zeros(floored.rest);
+    }
+
+    // A plain loop is the form in which compilers vectorise conversions to double and back.
+    static INLINE void putByFormula(u8* luma, const Rgb& p) {
+        alignas(N) u8 r[N], g[N], b[N], y[N];
+        store(r, p.r), store(g, p.g), store(b, p.b);
+        for (size_t i = 0; i < N; ++i) y[i] = static_cast<u8>(static_cast<int>(k.r * r[i] + k.g * g[i] + k.b * b[i]));
+        store(luma, load(y));
+    }
+
+    // Adds pixel x + i for each bit i. Most blocks have one or none; which of the two, nobody can predict: one is written
+    // in any case.
+    INLINE size_t list(size_t x, u64 bits, size_t listed) {
+        const auto lowest = [&] {
+            return static_cast<u16>(x + static_cast<size_t>(__builtin_ctzll(bits | u64{1} << 63)));
+        };
+        list_[listed] = lowest();
+        listed += bits != 0;
+        for (bits &= bits - 1; __builtin_expect(bits != 0, 0); bits &= bits - 1) list_[listed++] = lowest();
+        return listed;
+    }
+
+    u16 list_[capacity + 1];
+};
+
 // n RGB8 pixels to luma. sink: what else is done with their colours: sink(x, colours, how many of them are pixels).
 template <const DoubleWeights& k, class Sink> INLINE void lumaRun(u8* d, const u8* s, size_t n, Sink sink) {
     LumaStrip<k> strip;
+    alignas(N) u8 buffer[strip.capacity];
+    const bool apart = d + n <= s || s + 3 * n <= d; // else luma is written where a strip's colours are still needed
     Way way = Way::coloured;
     int stay = 0; // strips that are converted the same way again
     for (size_t start = 0, count; start < n; start += count, s += 3 * count) {
         count = n - start < strip.capacity ? n - start : strip.capacity;
-        const auto put = [&]<Way by>() {
-            eachRgbBlock(s, count, [&](size_t x, const u8* at, const Rgb& colours, size_t pixels) {
-                strip.template put<by>(x, at, colours);
-                sink(start + x, colours, pixels);
-            });
+        const bool direct = apart && count % N == 0;
+        u8* const luma = direct ? d + start : buffer;
+        const auto convert = [&]<Way by>() {
+            return strip.template convert<by>(
+                luma, s, count, [&](size_t x, const Rgb& colours, size_t pixels) { sink(start + x, colours, pixels); });
         };
-        const auto areFew = [count](size_t undecided) { return undecided <= count / 8; };
+        const auto areMany = [count](size_t whole) { return whole > count / 8; };
         if (stay > 0)
             --stay;
         else
             way = Way::coloured;
-        if (way == Way::coloured) put.template operator()<Way::coloured>();
-        if (way == Way::coloured && !areFew(strip.undecided(count))) way = Way::greys, stay = 64;
-        if (way == Way::greys) put.template operator()<Way::greys>();
-        if (way == Way::greys && !areFew(strip.undecided(count))) way = Way::formula, stay = 64;
-        way == Way::formula ? put.template operator()<Way::formula>() : strip.decide(s, count);
-        strip.copyTo(d + start, count);
+        size_t whole = 0;
+        if (way == Way::coloured) whole = convert.template operator()<Way::coloured>();
+        if (way == Way::coloured && areMany(whole)) way = Way::greys, stay = 64;
+        if (way == Way::greys) whole = convert.template operator()<Way::greys>();
+        if (way == Way::greys && areMany(whole)) way = Way::formula, stay = 64;
+        if (way == Way::formula) whole = convert.template operator()<Way::formula>();
+        strip.decide(luma, s, whole);
+        if (!direct) std::memcpy(d + start, buffer, count);
     }
 }
 

@@ -80,7 +80,7 @@ template <> struct PlainSamples<Apart<Bytes>> : Reader<8> {
 template <class Samples> struct Blocks { Samples a, b, c, d; };
 
 template <class S> using SamplesOf = decltype(std::declval<const S&>().template samples<0>(nullptr));
-template <class S> constexpr int blockOf = pixelsIn<SamplesOf<S>>; // so many at a time
+template <class S> constexpr int samplesAtOnce = pixelsIn<SamplesOf<S>>;
 
 // Of x samples. (Vectors of 64 bytes: from addresses that g++ sees through it loads twice, once for each blend.)
 template <class S> constexpr size_t bytesOf(size_t x) {
@@ -115,7 +115,7 @@ template <int block> constexpr size_t lastBlock(size_t width) {
 template <class S, class Sink, class Rule>
 __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S read, Sink sink, Rule rule) {
     constexpr size_t size = S::bits / 8;
-    alignas(N) u8 first[(blockOf<S> + 1) * size] = {}, second[(blockOf<S> + 1) * size] = {};
+    alignas(N) u8 first[(samplesAtOnce<S> + 1) * size] = {}, second[(samplesAtOnce<S> + 1) * size] = {};
     const auto copy = [n](u8* d, const u8* s) {
         std::memcpy(d, s, n * size);
         std::memcpy(d + n * size, s + (n - 2) * size, size); // as in next()
@@ -127,7 +127,7 @@ __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S re
 
 template <class S, class Sink, class Rule>
 INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
-    constexpr size_t block = blockOf<S>;
+    constexpr size_t block = samplesAtOnce<S>;
     for (size_t x = 0; x + block < width; x += block) {
         prefetch<block * S::bits / 8, false>(row.lower + bytesOf<S>(x));
         sink.put(x, rule(blocksAt(row.from<S>(x), read)));

@@ -132,7 +132,7 @@ template <class S> void unpackRow(u8* line, const u8* s, size_t n, const void* r
     const auto unpack = [&](size_t x, const u8* from) {
         Line<SamplesOf<S>>::put(line, x, read.template samples<0>(from));
     };
-    constexpr size_t block = blockOf<S>;
+    constexpr size_t block = samplesAtOnce<S>;
     size_t x = 0;
     for (; x + block <= n; x += block) {
         const u8* from = s + bytesOf<S>(x);

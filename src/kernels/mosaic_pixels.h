@@ -83,9 +83,6 @@ INLINE void storeBgr(u8* d, const MosaicPixels& p) {
 
 // ---- Of samples of up to 15 bits, MSB-aligned: their high and their low bytes
 
-struct DeepBytes {
-    Bytes high, low;
-};
 INLINE DeepBytes next(DeepBytes v) { return {next(v.high), next(v.low)}; }
 // A sample reader of words, that much shallower than 16 bits.
 template <class S> struct DeepSamples : S {
@@ -141,6 +138,7 @@ INLINE void storeBgr(u8* d, const DeepMosaicPixels& p) {
 template <class W> struct AlternatingWriter : W {};
 template <> struct AlternatingWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Order::bgr> {
     template <class Pixels> static INLINE void put(u8* d, const Pixels& p) { storeBgr(d, p); }
+    static INLINE void put(u8* d, const Rgb16& p) { Rgb24Writer::put(d, p); }
 };
 
 // ---- Where columns are kept apart, there is nothing of all this

@@ -72,7 +72,14 @@ struct Top12Packed : Reader<12> {
             return byte < L ? byte : byte - start + L;
         });
     }
-    static INLINE Grey get(const u8* s) { return {samples(s)}; }
+    static INLINE auto get(const u8* s) {
+        if constexpr (separatesAsItLoads) {
+            const Apart<Bytes> v = apart(s);
+            return Apart{Grey{v.even}, Grey{v.odd}};
+        } else {
+            return Grey{samples(s)};
+        }
+    }
     static INLINE Apart<Bytes> apart(const u8* s) {
         Apart<Bytes> v;
         Bytes nibbles;
@@ -88,7 +95,15 @@ struct Samples12Packed : Reader<12> {
     template <int from = 0> static INLINE Halves samples(const u8* s) {
         return {half<from, from>(s), half<from, from + L / 2>(s)};
     }
-    static INLINE Grey16 get(const u8* s) { return {samples(s)}; }
+    static INLINE auto get(const u8* s) {
+        if constexpr (separatesAsItLoads) {
+            Bytes even, nibbles, odd;
+            load3(s, even, nibbles, odd);
+            return Apart{DeepBytes{even, nibbles << 4}, DeepBytes{odd, nibbles & 0xF0}};
+        } else {
+            return Grey16{samples(s)};
+        }
+    }
 
 private:
     static constexpr int nibblesOf(int i) { return i / 2 * 3 + 1; }

@@ -28,6 +28,10 @@ struct Grey16 {
 struct Rgb16 {
     Halves r, g, b;
 };
+// N samples, their high and their low bytes.
+struct DeepBytes {
+    Bytes high, low;
+};
 // Grey of 16 bits as it lies in memory, whatever the lanes are: the first N / 2 pixels, then the others.
 struct GreyRow16 {
     Words a, b;

@@ -21,14 +21,16 @@ template <class W, class Block> INLINE void putPart(const W& write, u8* d, const
     std::memcpy(d, packed, n * W::bytes);
 }
 
+template <class R> constexpr size_t blockOf = pixelsIn<decltype(std::declval<const R&>().get(nullptr))>;
+
 template <class R, class W>
 __attribute__((noinline)) void lastPixels(u8* d, const u8* s, size_t n, const R& read, const W& write) {
-    alignas(N) u8 source[bytesFor(N, R::bits) + R::beyond] = {};
+    alignas(N) u8 source[bytesFor(blockOf<R>, R::bits) + R::beyond] = {};
     std::memcpy(source, s, bytesFor(n, R::bits) + R::beyond);
     putPart(write, d, read.get(source), n);
 }
 
-// Calls step() for each of so many blocks of N pixels. Before some that fill a cache line with bytes it calls ahead(), to
+// Calls step() for each of so many blocks. Before some that fill a cache line with bytes it calls ahead(), to
 // prefetch as much.
 constexpr size_t blocksAtOnce = N < 64 ? 64 / N : 1;
 template <class Ahead, class Step> INLINE void eachBlock(size_t blocks, const Ahead& ahead, const Step& step) {
@@ -41,17 +43,17 @@ template <class Ahead, class Step> INLINE void eachBlock(size_t blocks, const Ah
 
 // Forward, and each block is read before it is written: works in place where a pixel does not grow.
 template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const R& read, const W& write) {
-    constexpr size_t sourceBytes = N * R::bits / 8, bytes = N * W::bytes;
+    constexpr size_t block = blockOf<R>, sourceBytes = block * R::bits / 8, bytes = block * W::bytes;
     const std::uintptr_t distance = prefetchDistance();
     const auto ahead = [&] {
         prefetch<blocksAtOnce * sourceBytes, false>(s, distance);
         prefetch<blocksAtOnce * bytes, true>(d, distance);
     };
-    eachBlock(n / N, ahead, [&] {
+    eachBlock(n / block, ahead, [&] {
         write.put(d, read.get(s));
         s += sourceBytes, d += bytes;
     });
-    if (n % N > 0) lastPixels(d, s, n % N, read, write);
+    if (n % block > 0) lastPixels(d, s, n % block, read, write);
 }
 
 template <class R, class W> void runKernel(u8* d, const u8* s, size_t n) { run(d, s, n, R(), W()); }

@@ -37,6 +37,7 @@ template <Order order> struct Rgb32Writer {
     }
     static INLINE void put(u8* d, Grey p) { store3of4(d, p.v); }
     static INLINE void put(u8* d, const Apart<Rgb>& p) { putInRow<Rgb32Writer>(d, p); }
+    static INLINE void put(u8* d, const Apart<Grey>& p) { putInRow<Rgb32Writer>(d, p); }
     template <class Deep> static INLINE void put(u8* d, Deep p) { put(d, to8(p)); }
 };
 
@@ -50,6 +51,7 @@ template <Weights k> struct Mono8Writer {
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, to8(p).v); }
     static INLINE void put(u8* d, const Rgb& p) { store(d, grey<k>(p)); }
+    static INLINE void put(u8* d, const Apart<Grey>& p) { store2(d, p.even.v, p.odd.v); }
     static INLINE void put(u8* d, const Apart<Rgb>& p) { store2(d, grey<k>(p.even), grey<k>(p.odd)); }
     static INLINE void put(u8* d, const Apart<RgbWords>& p) {
         store(d, highBytesByTurns(weigh<k>(p.even), weigh<k>(p.odd)));

@@ -18,6 +18,9 @@ struct Mono16BigEndian {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false;
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, {swapped(p.v.a), swapped(p.v.b)}); }
+    static INLINE void put(u8* d, const Apart<DeepBytes>& p) {
+        store4(d, p.even.high, p.even.low, p.odd.high, p.odd.low);
+    }
 };
 
 } // namespace

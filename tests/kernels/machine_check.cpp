@@ -122,6 +122,7 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE(m::mean(v, w))
     KEL_COMPARE(m::mean(a, b, as<Bytes>(v), as<Bytes>(w)))
     KEL_COMPARE(m::addSaturated(a, b))
+    KEL_COMPARE(m::zeros(a))
     KEL_COMPARE(m::swapped(w))
     KEL_COMPARE(m::times(w, 107))
     KEL_COMPARE(m::mulHigh(x, as<Ints>(y == -0x8000 ? as<Words>(y) + 1 : as<Words>(y))))

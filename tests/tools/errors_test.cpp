@@ -90,7 +90,7 @@ TEST_F(Errors, Refusals) {
         {"convert -f BayerRG8 -s 18x2 --debayer 3x3 12x3.raw out.png", 1, {"--debayer 3x3", "(-7)", "at least 4"}},
         {"convert -f BayerRG8 -s 6x6 --debayer lcaa --raw -t UYVY 12x3.raw out", 1, {"(-17)", "Mono8, BGR24, BGRA32"}},
         {"convert -f Yuv411 -s 6x6 -t planes 6x6.raw out.png", 1, {"to planes", "(-7)", "multiple of 4"}},
-        {"convert -f Rgb16 -s 2x2 -t planes 12p.raw out.png", 1, {"see 'orvella formats'"}},
+        {"convert -f Rgb16 -s 2x2 -t YUV422 --raw 12p.raw out", 2, {"nor of deep mosaics or colours"}},
         {"convert -f BayerRG8 -s 12x3 --raw -t YUV422 --matrix grey 12x3.raw out.png",
          1,
          {"(-7)", "Mono8, BGR24, RGB24, M"}},

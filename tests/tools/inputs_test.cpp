@@ -1,8 +1,10 @@
 // Frames as they come: with headers, names that say what they are, several in a file; and adjusted to look right.
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 #include <map>
 #include <tiffio.h>
+#include <tuple>
 
 #include "pictures.h"
 #include "program.h"
@@ -22,7 +24,7 @@ TEST_F(Inputs, SayThemselvesWhatTheyHold) {
     succeed("chart -f BayerGR16 --bits-used 14 -s 64x48 x_BayerGR14lsb_64x48.raw");
     succeed("chart -f YUV422_8_UYVY -s 64x48 64x48_YUV422_8_UYVY.bin");
     const std::string words = chart("-f BayerRG12 -s 64x48"), swapped = chart("-f BayerRG12 --big-endian -s 64x48");
-    const std::string colours = chart("-f Rgba8 -s 64x48");
+    const std::string colours = chart("-f Rgba8 -s 64x48"), deep = chart("-f Rgb16 -s 64x48");
     writeFile(path("a.pgm"), "P5 # 12 bits\n64 48\n4095\n" + swapped);
     writeFile(path("a.pam"), "P7\nWIDTH 64\nHEIGHT 48\nDEPTH 4\nMAXVAL 255\nTUPLTYPE RGB_ALPHA\nENDHDR\n" + colours);
     const std::string header = "{'descr': '<u2', 'fortran_order': False, 'shape': (48, 64), }\n";
@@ -42,6 +44,10 @@ TEST_F(Inputs, SayThemselvesWhatTheyHold) {
     EXPECT_EQ(bytes("-f BayerRG12 a.npy"), bytes("-f BayerRG12 -s 64x48 -", words));
     for (const std::string name : {"a.tif", "a.png"})
         EXPECT_EQ(bytes(name), bytes("-f Mono12 -s 64x48 -", words)) << name;
+    for (const std::string name : {"deep.tif", "deep.png", "deep.ppm"}) {
+        succeed("convert -f Rgb16 -s 64x48 - " + name, deep);
+        EXPECT_EQ(bytes(name), deep) << name;
+    }
     EXPECT_EQ(bytes("colour.png"), bytes("-f Rgba8 -s 64x48 -", colours));
     writeFile(path("bad.png"), "no PNG");
     EXPECT_EQ(run("convert bad.png a.pgm").code, 1);
@@ -89,6 +95,23 @@ TEST_F(Inputs, MayBePaddedAndSeveralInAFile) {
     EXPECT_EQ(video.size(), 37 + 3 * (6 + 64 * 48 * 3u));
     EXPECT_EQ(run("convert " + layout + "--frame 4 in.raw out.png").code, 1);
     EXPECT_EQ(run("convert " + layout + "--frame all in.raw -").code, 2);
+}
+
+TEST_F(Inputs, BecomeVideoThatFfmpegReads) {
+    const auto ffmpeg = [&](const std::string& arguments) {
+        return std::system(("ffmpeg " + arguments + " >" + path("ffmpeg.txt").string() + " 2>&1").c_str()) == 0;
+    };
+    if (!ffmpeg("-version")) GTEST_SKIP() << "there is no ffmpeg";
+    for (const auto& [format, layout, most] : {std::tuple{"BayerRG8", "rgb24", 2}, std::tuple{"Mono8", "gray", 0}}) {
+        const std::string frame = std::string("-s 64x48 -f ") + format, in = chart(frame),
+                          out = path("video.raw").string();
+        succeed("convert --frame all " + frame + " - video.y4m", in + in);
+        ASSERT_TRUE(ffmpeg("-i " + path("video.y4m").string() + " -f rawvideo -y -pix_fmt " + layout + " " + out));
+        const std::string wanted = bytes("--frame all " + frame + " -", in + in), seen = readFile(out);
+        ASSERT_EQ(seen.size(), wanted.size());
+        for (std::size_t i = 0; i < seen.size(); ++i)
+            ASSERT_NEAR(static_cast<unsigned char>(seen[i]), static_cast<unsigned char>(wanted[i]), most) << i;
+    }
 }
 
 TEST_F(Inputs, MayBeADirectory) {
@@ -148,6 +171,7 @@ TEST_F(Inputs, AreAdjusted) {
         std::string arguments, frame, expected;
     } const rows[] = {
         {"-f Mono8 -s 4x1 --black 10 --exposure 2", grey, std::string("\x00\x14\x3C\xFF", 4)},
+        {"-f Rgb12 -s 1x1 -t BGR24", std::string("\x12\x03\x34\x05\x56\x07", 6), "\x75\x53\x31"},
         {"-f Mono8 -s 4x1 --gamma 2", grey, std::string("\x32\x47\x65\xFC", 4)},
         {"-f Mono8 -s 4x1 --gamma srgb", grey, std::string("\x37\x50\x6E\xFD", 4)},
         {"-f Mono8 -s 4x1 --stretch 0,99", grey, std::string("\x00\x0A\x1F\xFF", 4)},

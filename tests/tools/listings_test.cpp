@@ -23,7 +23,7 @@ TEST_F(Listings, FormatsShowsWhatTheLibraryConverts) {
              "Mono12Packed         0x010C0006   x  x  x  x  x  x  .  .  .  .  .  an even number of pixels",
              "Mono16               0x01100007   x  x  x  x  x  x  .  x  x  .  .  any size",
              "BayerBG8             0x0108000B   x  x  x  x  x  x  x  x  x  .  .  an even width and height",
-             "Rgb16                0x02300033   .  .  .  .  .  .  .  .  .  .  .  not converted",
+             "Rgb16                0x02300033   .  .  .  .  .  .  .  .  .  .  .  any size; in two steps, to all but 6",
              "x  x  x  x  x  x  x  x  x  .  .  every mosaic; the default",
              "BayerRG12Packed      0x010C002B   .  x  .  .  .  .  .  .  .  x  .  an even width and height",
              "lcaav   2x2, mean chroma of 4x2   x  x  x  x  x  x  .  x  x  .  .  BayerRG8 (mosaics in every phase)",

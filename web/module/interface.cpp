@@ -56,7 +56,7 @@ std::string describe(const frames::PixelFormat& format) {
 
 bool isConverted(const frames::PixelFormat& format) {
     const bool grey = format.samples == frames::Samples::grey;
-    return tool::isOffered({format, {}}, tool::outputNamed(grey ? "Mono8" : "RGB24"));
+    return frames::isDeepColour(format) || tool::isOffered({format, {}}, tool::outputNamed(grey ? "Mono8" : "RGB24"));
 }
 
 std::string describeFormats() {

@@ -110,11 +110,11 @@ class Viewer(unittest.TestCase):
 
     def test_headers_say_what_files_hold(self):
         raw = self.chart("Mono12")
-        for name, options in [("deep.pgm", []), ("deep.tif", []), ("colour.ppm", ["-t", "RGB24"]), ("grey.tiff", ["-t", "Mono8"])]:
+        for name, options in [("deep.pgm", []), ("deep.tif", []), ("colour.ppm", ["-t", "RGB24"]), ("colours.tif", ["-t", "BGR48"]), ("grey.tiff", ["-t", "Mono8"])]:
             subprocess.run([ORVELLA, "convert", *options, raw, self.folder / name], check=True)
         header = b"{'descr': '<u2', 'fortran_order': False, 'shape': (2, 48, 64), }\n"
         (self.folder / "two.npy").write_bytes(b"\x93NUMPY\1\0" + struct.pack("<H", len(header)) + header + 2 * raw.read_bytes())
-        for name, format in [("deep.pgm", "Mono16"), ("deep.tif", "Mono16"), ("colour.ppm", "Rgb8"), ("grey.tiff", "Mono8"),
+        for name, format in [("deep.pgm", "Mono16"), ("deep.tif", "Mono16"), ("colour.ppm", "Rgb8"), ("colours.tif", "Rgb16"), ("grey.tiff", "Mono8"),
                              ("two.npy", "Mono16")]:
             self.browser.open()
             self.show(self.folder / name)

@@ -31,7 +31,7 @@ async function fromTiff(file) {
 }
 
 function formatOf({ channels, bits }) {
-  const format = { "1,8": "Mono8", "1,16": "Mono16", "3,8": "Rgb8", "4,8": "Rgba8" }[[channels, bits].join()];
+  const format = { "1,8": "Mono8", "1,16": "Mono16", "3,8": "Rgb8", "3,16": "Rgb16", "4,8": "Rgba8" }[[channels, bits].join()];
   if (!format) throw new Error(`the file holds ${channels} channels of ${bits} bits, which are no camera's frame`);
   return format;
 }

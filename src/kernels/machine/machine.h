@@ -36,6 +36,7 @@
 //     mean(a, b)           (a + b) >> 1
 //     mean(a, b, c, d)     (a + b + c + d) >> 2, of bytes
 //     addSaturated(a, b)   bytes, at most 255
+//     zeros(v)             a bit for each byte, the lowest for the first one: 1 where the byte is 0
 //     swapped(w)           words in the other byte order
 //     times(w, k)          words times a constant
 //     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows

@@ -96,6 +96,13 @@ INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
 
 INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(vqaddq_u8(u8x16(a), u8x16(b))); }
 
+INLINE u64 zeros(Bytes v) {
+    constexpr Bytes weights{1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
+    uint8x16_t sums = vandq_u8(vceqzq_u8(u8x16(v)), u8x16(weights));
+    for (int i = 0; i < 3; ++i) sums = vpaddq_u8(sums, sums);
+    return vgetq_lane_u16(vreinterpretq_u16_u8(sums), 0);
+}
+
 INLINE Words swapped(Words w) { return as<Words>(vrev16q_u8(as<uint8x16_t>(w))); }
 
 using plain::shiftUp;

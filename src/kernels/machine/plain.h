@@ -95,6 +95,12 @@ INLINE Bytes addSaturated(Bytes a, Bytes b) {
     return sum | as<Bytes>(sum < a);
 }
 
+INLINE u64 zeros(Bytes v) {
+    u64 bits = 0;
+    for (int i = 0; i < N; ++i) bits |= u64{v[i] == 0} << i;
+    return bits;
+}
+
 INLINE Words swapped(Words w) { return w << 8 | w >> 8; }
 
 INLINE Words times(Words w, int k) { return w * fill(k); }

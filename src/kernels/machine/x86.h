@@ -116,6 +116,12 @@ INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
 
 INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(KEL_X86(adds_epu8)(as<Register>(a), as<Register>(b))); }
 
+#if defined(__AVX512VBMI__)
+INLINE u64 zeros(Bytes v) { return _mm512_testn_epi8_mask(as<Register>(v), as<Register>(v)); }
+#else
+INLINE u64 zeros(Bytes v) { return static_cast<u32>(KEL_X86(movemask_epi8)(as<Register>(v == 0))); }
+#endif
+
 INLINE Words swapped(Words w) {
     return as<Words>(permute(as<Bytes>(w), [](int i) { return i ^ 1; }));
 }
