@@ -16,8 +16,8 @@ template <Endian endian> constexpr ByOutput<ShiftedMosaic> shifted16() {
 
 // In planes of bytes or, where vectors have 64 bytes and one instruction makes bytes of the words of two, in words.
 template <class S> constexpr ByOutput<Mosaic> deepMosaics() {
-    using Colours = std::conditional_t < N<64, DeepSamples<S>, S>;
-    return mosaics2x2<DeepSamples<S>>(mono8) | mosaics2x2<Colours>(colour8 + mono16);
+    using Either = std::conditional_t<N == 64, S, DeepSamples<S>>;
+    return mosaics2x2<DeepSamples<S>>(mono8 + bgra32 + rgba32) | mosaics2x2<Either>(bgr24 + rgb24 + mono16);
 }
 
 // Luma as a grey colour.
