@@ -9,38 +9,16 @@
 //
 // Green sites use one diagonal only, the same in every phase.
 #pragma once
+#include "kernels/columns.h"
 #include "kernels/mosaic2x2.h"
 
 namespace kel {
 namespace {
 
-// Every second column: words of N / 2 of them, or bytes of N where they are kept apart.
-using Column = std::conditional_t<separatesAsItLoads, Bytes, Words>;
-
-INLINE void separate(const u8* s, Bytes& even, Bytes& odd) { load2(s, even, odd); }
-INLINE void separate(const u8* s, Words& even, Words& odd) {
-    const Bytes v = load(s);
-    even = firstOfPairs(v), odd = secondOfPairs(v);
-}
-
 INLINE Bytes meanOf(Bytes v, Bytes w) { return mean(v, w); }
 INLINE Bytes meanOf(Bytes v, Bytes w, Bytes x, Bytes y) { return mean(v, w, x, y); }
 INLINE Words meanOf(Words v, Words w) { return (v + w) >> 1; }
 INLINE Words meanOf(Words v, Words w, Words x, Words y) { return (v + w + (x + y)) >> 2; }
-
-// Of a row: for the even pixels of a block the columns left of them, their own and the ones right of them, and the same for
-// the odd pixels.
-struct Three {
-    Column left, here, right;
-};
-struct Threes {
-    Three even, odd;
-
-    INLINE explicit Threes(const u8* c) {
-        separate(c - 1, even.left, even.here), separate(c + 1, even.right, odd.right);
-        odd.left = even.here, odd.here = even.right;
-    }
-};
 
 struct ColumnRgb {
     Words r, g, b;
@@ -61,12 +39,14 @@ template <Weights k> INLINE Split weigh(const Apart<ColumnRgb>& p) {
     return {sum(p.even), sum(p.odd)};
 }
 
-template <bool redRow> INLINE auto colouredSite(const Three& up, const Three& row, const Three& down) {
+template <bool redRow>
+INLINE auto colouredSite(const Three<Column>& up, const Three<Column>& row, const Three<Column>& down) {
     const Column own = row.here, green = meanOf(row.left, row.right, up.here, down.here);
     const Column other = meanOf(up.left, down.left, up.right, down.right);
     return redRow ? colours(own, green, other) : colours(other, green, own);
 }
-template <bool redRow> INLINE auto greenSite(const Three& up, const Three& row, const Three& down) {
+template <bool redRow>
+INLINE auto greenSite(const Three<Column>& up, const Three<Column>& row, const Three<Column>& down) {
     const Column own = meanOf(row.left, row.right), green = meanOf(row.here, meanOf(up.right, down.left));
     const Column other = meanOf(up.here, down.here);
     return redRow ? colours(own, green, other) : colours(other, green, own);
@@ -74,7 +54,7 @@ template <bool redRow> INLINE auto greenSite(const Three& up, const Three& row, 
 
 // c: the first of a block of pixels; siteFirst: whether it is a site of the row's own colour.
 template <bool redRow, bool siteFirst> INLINE auto demosaic3x3(const u8* c, ptrdiff_t pitch) {
-    const Threes up(c - pitch), row(c), down(c + pitch);
+    const Threes<Column> up(c - pitch), row(c), down(c + pitch);
     if constexpr (siteFirst)
         return Apart{colouredSite<redRow>(up.even, row.even, down.even), greenSite<redRow>(up.odd, row.odd, down.odd)};
     else

@@ -49,6 +49,12 @@ public:
     INLINE Ints green(const CygmTerms& t) const { return channel(t, g_); }
     INLINE Ints blue(const CygmTerms& t) const { return channel(t, b_); }
 
+    // N pixels, the words of which are a Split.
+    INLINE Rgb colours(const CygmTerms& a, const CygmTerms& b) const {
+        const auto clamped = [](Ints v, Ints w) { return clamp(Split{as<Words>(v), as<Words>(w)}); };
+        return {clamped(red(a), red(b)), clamped(green(a), green(b)), clamped(blue(a), blue(b))};
+    }
+
 private:
     struct QAndP {
         int q, p;
@@ -69,11 +75,24 @@ private:
     PairFactors r_, g_, b_;
 };
 
+// Of blocks whose lines hold u and l, from the sums of a line's two samples and from their differences o - e.
+INLINE CygmTerms blockTerms(Words sums, Ints u, Ints l) {
+    return {sums >> 2, pairUp(as<Words>(quarter(u + l)), as<Words>(quarter(l - u)))};
+}
+
 // Of N / 2 blocks, from byte pairs of both lines; the signs of the left and the right byte make o - e.
 template <int left, int right> INLINE CygmTerms blockTerms(Bytes upper, Bytes lower) {
-    const Words u = pairSums<left, right>(upper), l = pairSums<left, right>(lower);
-    return {(pairSums<1, 1>(upper) + pairSums<1, 1>(lower)) >> 2,
-            pairUp(as<Words>(quarter(as<Ints>(u + l))), as<Words>(quarter(as<Ints>(l - u))))};
+    return blockTerms(pairSums<1, 1>(upper) + pairSums<1, 1>(lower), as<Ints>(pairSums<left, right>(upper)),
+                      as<Ints>(pairSums<left, right>(lower)));
+}
+
+// N pixels from N blocks, whose columns are kept apart.
+template <int left, int right>
+INLINE Rgb blockColours(const Apart<Bytes>& upper, const Apart<Bytes>& lower, const CygmFactors& factors) {
+    const Split ul = widen(upper.even), ur = widen(upper.odd), ll = widen(lower.even), lr = widen(lower.odd);
+    const auto difference = [](Words l, Words r) { return as<Ints>(left < right ? r - l : l - r); };
+    return factors.colours(blockTerms(ul.a + ur.a + (ll.a + lr.a), difference(ul.a, ur.a), difference(ll.a, lr.a)),
+                           blockTerms(ul.b + ur.b + (ll.b + lr.b), difference(ul.b, ur.b), difference(ll.b, lr.b)));
 }
 
 // A pixel for every column.
@@ -82,10 +101,10 @@ public:
     INLINE explicit CygmRule(size_t upperLine) : factors_(upperLine) {}
 
     INLINE Rgb operator()(const Blocks<Bytes>& s) const {
-        const CygmTerms even = blockTerms<-1, 1>(s.a, s.c), odd = blockTerms<1, -1>(s.b, s.d);
-        return {clampPairs(factors_.red(even), factors_.red(odd)),
-                clampPairs(factors_.green(even), factors_.green(odd)),
-                clampPairs(factors_.blue(even), factors_.blue(odd))};
+        return factors_.colours(blockTerms<-1, 1>(s.a, s.c), blockTerms<1, -1>(s.b, s.d));
+    }
+    INLINE Apart<Rgb> operator()(const Blocks<Apart<Bytes>>& s) const {
+        return {blockColours<-1, 1>(s.a, s.c, factors_), blockColours<1, -1>(s.b, s.d, factors_)};
     }
 
 private:
