@@ -40,6 +40,7 @@ FrameFormat frameOf(const fs::path& path, const FrameOptions& options, const std
     const auto format = options.format.empty() ? name.format : pixelFormatNamed(options.format);
     const auto size = options.size.empty() ? name.size : sizeNamed(options.size);
     if (!format || !size) {
+        if (std::error_code none; path != "-" && !fs::exists(path, none)) InputFile missing(path); // which says so
         throw UsageError("what is " + inputName(path) + "? Give its " +
                          (format ? ""
                           : size ? "pixel format (-f, --format)"
@@ -96,7 +97,7 @@ void Input::checkSize() {
     if (!size || layout_.selection || *size == layout_.skip + stored_) return;
     if (layout_.stride > 0 && *size == layout_.skip + stored_ - (layout_.stride - line_)) return;
     throw Error(file_->name() + ": expected " + std::to_string(layout_.skip + stored_) + " bytes for " + text(frame_) +
-                ", found " + std::to_string(*size) + fitting(frame_, layout_.skip + stored_, *size));
+                ", found " + std::to_string(*size) + fitting(frame_, stored_, *size - std::min(*size, layout_.skip)));
 }
 
 Bytes Input::withoutPadding(const Bytes& padded) const {
@@ -107,6 +108,12 @@ Bytes Input::withoutPadding(const Bytes& padded) const {
     return dense;
 }
 
+// ", but 2", if that is known.
+std::string Input::fewerFrames() const {
+    const auto size = file_->size();
+    return size ? ", but " + std::to_string((*size - std::min(*size, layout_.skip)) / stored_) : "";
+}
+
 // Empty behind the last one.
 Bytes Input::readOne() {
     Bytes stored = file_->read(stored_);
@@ -114,7 +121,7 @@ Bytes Input::readOne() {
     const bool end = stored.empty() && layout_.selection && number_ >= layout_.selection->first;
     if (!end && stored.size() < needed) {
         if (stored.empty() && layout_.selection && layout_.selection->first > 1)
-            throw Error(file_->name() + " has no frame " + std::to_string(layout_.selection->first));
+            throw Error(file_->name() + " has no frame " + std::to_string(layout_.selection->first) + fewerFrames());
         throw Error(file_->name() + ": expected " + std::to_string(needed) + " bytes for " + text(frame_) + ", found " +
                     std::to_string(stored.size()));
     }

@@ -39,6 +39,7 @@ private:
     bool hasPages() const { return header_ && header_->pages > 0; }
     std::optional<Bytes> nextPage();
     Bytes readOne();
+    std::string fewerFrames() const;
     Bytes withoutPadding(const Bytes& padded) const;
     void checkSize();
 

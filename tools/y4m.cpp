@@ -10,8 +10,8 @@ constexpr std::uint8_t limited(int scaled) { return static_cast<std::uint8_t>((s
 
 } // namespace
 
-// Planes of ITU-R BT.601 in its limited range, as video has it: Y 16 to 235, Cb and Cr 16 to 240. Grey as it is: ffmpeg and
-// GStreamer take that for the full range, whatever the header says.
+// Planes of ITU-R BT.601 in its limited range, as video has it: Y 16 to 235, Cb and Cr 16 to 240. Grey as it is: ffmpeg takes
+// that for the full range, whatever the header says.
 Bytes encodeY4mFrame(const Picture& picture) {
     constexpr std::string_view begin = "FRAME\n";
     const std::size_t pixels = picture.size.pixels();

@@ -51,6 +51,7 @@ TEST_F(Errors, WrongFiles) {
         {"convert cut.npy out.png", 1, {"no .npy file"}},
         {convert + "/dev/zero out.png", 1, {"expected 100 bytes", "found more"}},
         {convert + "none.raw out.png", 1, {"none.raw", "No such file"}},
+        {"convert none.raw out.png", 1, {"none.raw", "No such file"}},
         {convert + "folder out.png", 2, {"folder", "--output-directory"}},
         {"convert -f Mono8 -s 25x2 right.raw out.png", 1, {"2 such frames", "16 bits", "25x4", "50x2"}},
         {convert + "right.raw none/out.png", 1, {"none/out.png", "No such file"}},

@@ -271,6 +271,7 @@ function showCompare() {
 }
 
 byId("copy-command").addEventListener("click", () => {
+  if (!state.frame.format) return say("There is no frame to convert");
   const several = state.count > 1 || byId("about").textContent.includes("left over");
   copy("command", commandLine(state.frame, state.looks[controls.side], {
     header: state.header, grey: controls.format.samples === "grey", name: state.current.name,

@@ -15,6 +15,7 @@ export class Pane {
     this.element.tabIndex = 0;
     this.element.setAttribute("role", "application");
     this.#numbers.setAttribute("aria-hidden", "true");
+    this.#cursor.hidden = true;
     this.element.append(this.#canvas, this.#numbers, this.#cursor, this.#name);
   }
 
