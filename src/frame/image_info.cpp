@@ -1,4 +1,5 @@
 #include "frame/outputs.h"
+#include "frame/pixel_formats.h"
 #include "orvella/orv.h"
 
 namespace kel {
@@ -27,10 +28,12 @@ OrvErrorType OrvSetImageInfoFromPixelFormat(OrvPixelFormatType format, uint32_t 
     kel::setGeometry(image->ImageInfo, width, height);
     OrvPixelInfo& pixel = image->ImageInfo.PixelInfo;
     if (const OrvErrorType refusal = OrvBitsPerPixel(&pixel.BitsPerPixel, format)) return refusal;
-    if (const OrvErrorType refusal = OrvBitsPerPixelUsed(&pixel.BitsUsed, format)) return refusal;
-    OrvGetBayerPattern(&pixel.BayerPattern, format);
-    OrvGetPixelLayout(&pixel.PixelLayout, format);
-    OrvGetColorSpace(&pixel.ColorSpace, format);
+    const kel::PixelFormat* found = kel::findPixelFormat(format);
+    if (!found) return OrvErrorBadParameter;
+    pixel.BitsUsed = found->bitsUsed;
+    pixel.PixelLayout = found->layout;
+    pixel.BayerPattern = found->pattern;
+    pixel.ColorSpace = found->colorSpace;
     pixel.Endianness = 0;
     pixel.Alignment = 1;
     return OrvErrorSuccess;
