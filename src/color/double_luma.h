@@ -189,7 +189,7 @@ private:
 template <const DoubleWeights& k, class Sink> INLINE void lumaRun(u8* d, const u8* s, size_t n, Sink sink) {
     LumaStrip<k> strip;
     alignas(N) u8 buffer[strip.capacity];
-    const bool apart = d + n <= s || s + 3 * n <= d; // else luma is written where a strip's colours are still needed
+    const bool apart = areApart(d, n, s, 3 * n); // else luma is written where a strip's colours are still needed
     Way way = Way::coloured;
     int stay = 0; // strips that are converted the same way again
     for (size_t start = 0, count; start < n; start += count, s += 3 * count) {

@@ -13,6 +13,10 @@ template <int bitsPerPixel> struct Reader { static constexpr int bits = bitsPerP
 
 constexpr size_t bytesFor(size_t pixels, int bits) { return (pixels * static_cast<size_t>(bits) + 7) / 8; }
 
+INLINE bool areApart(const u8* a, size_t aBytes, const u8* b, size_t bBytes) {
+    return a + aBytes <= b || b + bBytes <= a;
+}
+
 // The first n pixels of a block.
 template <class W, class Block> INLINE void putPart(const W& write, u8* d, const Block& block, size_t n) {
     alignas(N) u8 packed[pixelsIn<Block> * W::bytes];
@@ -30,30 +34,31 @@ __attribute__((noinline)) void lastPixels(u8* d, const u8* s, size_t n, const R&
     putPart(write, d, read.get(source), n);
 }
 
-// Calls step() for each of so many blocks. Before some that fill a cache line with bytes it calls ahead(), to
-// prefetch as much.
-constexpr size_t blocksAtOnce = N < 64 ? 64 / N : 1;
-template <class Ahead, class Step> INLINE void eachBlock(size_t blocks, const Ahead& ahead, const Step& step) {
-    for (; blocks >= blocksAtOnce; blocks -= blocksAtOnce) {
-        ahead();
-        for (size_t i = 0; i < blocksAtOnce; ++i) step();
-    }
-    for (; blocks > 0; --blocks) step();
-}
-
-// Forward, and each block is read before it is written: works in place where a pixel does not grow.
+// Forward, and each block is read before it is written: works in place where a pixel does not grow. Otherwise the last
+// block is stepped back to end with the pixels, if they begin where bytes do.
 template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const R& read, const W& write) {
     constexpr size_t block = blockOf<R>, sourceBytes = block * R::bits / 8, bytes = block * W::bytes;
-    const std::uintptr_t distance = prefetchDistance();
-    const auto ahead = [&] {
-        prefetch<blocksAtOnce * sourceBytes, false>(s, distance);
-        prefetch<blocksAtOnce * bytes, true>(d, distance);
-    };
-    eachBlock(n / block, ahead, [&] {
+    const size_t left = n % block, back = block - left;
+    const bool stepsBack = left > 0 && n > block && back * R::bits % 8 == 0 &&
+                           areApart(d, n * W::bytes, s, bytesFor(n, R::bits) + R::beyond);
+    const auto step = [&] {
         write.put(d, read.get(s));
         s += sourceBytes, d += bytes;
-    });
-    if (n % block > 0) lastPixels(d, s, n % block, read, write);
+    };
+
+    constexpr size_t atOnce = N < 64 ? 64 / N : 1; // blocks that fill a cache line with bytes
+    const std::uintptr_t distance = prefetchDistance();
+    size_t blocks = n / block;
+    for (; blocks >= atOnce; blocks -= atOnce) {
+        prefetch<atOnce * sourceBytes, false>(s, distance);
+        prefetch<atOnce * bytes, true>(d, distance);
+        for (size_t i = 0; i < atOnce; ++i) step();
+    }
+    for (blocks += stepsBack; blocks > 0; --blocks) {
+        if (stepsBack && blocks == 1) d -= back * W::bytes, s -= back * R::bits / 8;
+        step();
+    }
+    if (left > 0 && !stepsBack) lastPixels(d, s, left, read, write);
 }
 
 template <class R, class W> void runKernel(u8* d, const u8* s, size_t n) { run(d, s, n, R(), W()); }

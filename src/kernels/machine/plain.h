@@ -56,9 +56,10 @@ INLINE void storeQuads(u8* d, Bytes v) {
 
 constexpr bool separatesAsItLoads = true;
 
-// It is no access to memory, so the address may lie behind the buffer.
+// It is no access to memory, so the address may lie behind the buffer. A distance of 0: not at all.
 INLINE std::uintptr_t prefetchDistance() { return __atomic_load_n(&prefetchAhead, __ATOMIC_RELAXED); }
 template <size_t bytes, bool forWriting> INLINE void prefetch(const u8* p, std::uintptr_t ahead = prefetchDistance()) {
+    if (ahead == 0) return;
     constexpr std::uintptr_t line = 64;
     const std::uintptr_t address = reinterpret_cast<std::uintptr_t>(p) + ahead;
     for (size_t i = 0; i < bytes; i += line) __builtin_prefetch(reinterpret_cast<const void*>(address + i), forWriting);
