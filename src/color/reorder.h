@@ -81,12 +81,17 @@ private:
 
 constexpr auto swappedTriples = [](int i) { return i < L - 1 ? i / 3 * 3 + 2 - i % 3 : i; };
 
+// All is read before it is written, lest a load wait for the store before it, which has one of its bytes: in place, and
+// also where destination and source lie a multiple of 4 KiB apart.
 template <int vectors> INLINE void swapTriples(u8* d, const u8* s) {
-    for (int v = 0; v < vectors; ++v, s += N / L * (L - 1), d += N / L * (L - 1))
-        storeLanes(d, L - 1, permute(loadLanes(s, L - 1), swappedTriples));
+    constexpr size_t step = N / L * (L - 1);
+    Bytes swapped[vectors];
+    for (int v = 0; v < vectors; ++v) swapped[v] = permute(loadLanes(s + v * step, L - 1), swappedTriples);
+    for (int v = 0; v < vectors; ++v) storeLanes(d + v * step, L - 1, swapped[v]);
 }
 inline void swap24Kernel(u8* d, const u8* s, size_t n) {
     constexpr size_t step = N / L * (L - 1), steps = 4;
+    const bool apart = areApart(d, 3 * n, s, 3 * n);
     const std::uintptr_t distance = prefetchDistance();
     size_t left = 3 * n;
     for (; left > steps * step; left -= steps * step, s += steps * step, d += steps * step) {
@@ -95,6 +100,10 @@ inline void swap24Kernel(u8* d, const u8* s, size_t n) {
         swapTriples<steps>(d, s);
     }
     for (; left > step; left -= step, s += step, d += step) swapTriples<1>(d, s);
+    if (left > 3 && 3 * n >= step + 3 && apart) { // all but the last pixel, stepped back
+        s += left - 3, d += left - 3, left = 3;
+        swapTriples<1>(d - step, s - step);
+    }
     for (; left > 0; left -= 3, s += 3, d += 3) {
         const u8 first = s[0], second = s[1];
         d[0] = s[2], d[1] = second, d[2] = first;
