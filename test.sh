@@ -96,6 +96,8 @@ step "Fuzzers, a minute each" fuzz/run.sh 60
 step "Packages for other machines" scripts/packages.sh cross
 step "aarch64: build" build aarch64
 step "aarch64: tests, in an emulator" run_tests aarch64
+step "aarch64: build with clang 14, level plain too" build aarch64-clang
+step "aarch64: its conversions, its package" run_tests aarch64-clang
 step "Windows: build" build_for_windows
 step "Windows: tests, the converter's and of the package, in Wine" test_in_wine
 step "Packages for browsers" scripts/packages.sh web

@@ -1,8 +1,14 @@
-# Debian's cross compiler (g++-aarch64-linux-gnu); what is built runs in qemu-aarch64 (qemu-user).
+# Debian's cross compiler (g++-aarch64-linux-gnu), or clang, with that one's libraries; what is built runs in qemu-aarch64
+# (qemu-user).
 set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR aarch64)
-set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
-set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)
+if(CMAKE_CXX_COMPILER MATCHES clang)
+  set(CMAKE_CXX_COMPILER_TARGET aarch64-linux-gnu)
+  set(CMAKE_C_COMPILER_TARGET aarch64-linux-gnu)
+else()
+  set(CMAKE_CXX_COMPILER aarch64-linux-gnu-g++)
+  set(CMAKE_C_COMPILER aarch64-linux-gnu-gcc)
+endif()
 set(CMAKE_FIND_ROOT_PATH /usr/aarch64-linux-gnu)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)

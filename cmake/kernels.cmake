@@ -12,6 +12,9 @@ elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
   set(ORVELLA_LEVELS plain sse4 avx2 avx512)
 elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "aarch64|arm64" AND NOT ORVELLA_SIMD_LEVEL STREQUAL plain)
   set(ORVELLA_LEVELS neon) # which every aarch64 has
+  if(ORVELLA_PLAIN_TOO) # for the tests of it
+    set(ORVELLA_LEVELS plain neon)
+  endif()
 else()
   set(ORVELLA_LEVELS plain)
 endif()

@@ -10,9 +10,11 @@ function(run)
 endfunction()
 
 separate_arguments(EMULATOR)
+separate_arguments(C)
+list(GET C 0 c_compiler)
 file(REMOVE_RECURSE ${SCRATCH})
 run(${CMAKE_COMMAND} --install ${BUILD} --prefix ${SCRATCH}/first)
-set(compilers -DCMAKE_C_COMPILER=${C} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_PREFIX_PATH=${SCRATCH}/first)
+set(compilers -DCMAKE_C_COMPILER=${c_compiler} -DCMAKE_CXX_COMPILER=${CXX} -DCMAKE_PREFIX_PATH=${SCRATCH}/first)
 if(TOOLCHAIN) # which looks for packages among those of the other machine
   file(GLOB_RECURSE package ${SCRATCH}/first/orvella-config.cmake)
   cmake_path(GET package PARENT_PATH package)
