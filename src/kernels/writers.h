@@ -105,7 +105,10 @@ struct UyvyWriter {
         PairsWriter::put(d, {as<Bytes>(chroma), highBytes(weigh<y>(p))});
     }
     // Grey sources get zero chroma, not a neutral one.
-    static INLINE void put(u8* d, Grey p) { PairsWriter::put(d, {Bytes{}, p.v}); }
+    static INLINE void put(u8* d, Grey p) {
+        const Bytes luma = inRow(p.v); // as zip() parts it
+        store(d, zip<1, 0>(Bytes{}, luma)), store(d + N, zip<1, 1>(Bytes{}, luma));
+    }
 };
 
 template <Order order> struct Rgb48Writer {
