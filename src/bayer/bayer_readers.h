@@ -13,26 +13,15 @@ struct Raw16FirstByte : Reader<16> {
     static constexpr int group = 2;
     static constexpr bool unpackOnce = true;
     template <int from> static INLINE Bytes samples(const u8* s) { return bytesOfWords<0>(s + 2 * from); }
-    static INLINE Apart<Bytes> apart(const u8* s) {
-        Apart<Bytes> v;
-        Bytes second;
-        load4(s, v.even, second, v.odd);
-        return v;
-    }
 };
 
 // Words shifted to the top.
 template <Endian endian> struct Raw16Samples : Reader<16> {
     static constexpr int group = 2;
-    static constexpr bool unpackOnce = false;
+    static constexpr bool unpackOnce = separatesAsItLoads;
     int shift;
     INLINE explicit Raw16Samples(int by) : shift(by) {}
     template <int from> INLINE Halves samples(const u8* s) const { return loadShifted<endian>(s + 2 * from, shift); }
-    INLINE Apart<Words> apart(const u8* s) const {
-        Apart<Words> v;
-        load2(s, v.even, v.odd);
-        return {shifted<endian>(v.even, shift), shifted<endian>(v.odd, shift)};
-    }
 };
 
 // The top eight of the used bits.
@@ -41,10 +30,6 @@ template <Endian endian> struct Raw16TopBits : Raw16Samples<endian> {
     using Raw16Samples<endian>::Raw16Samples;
     template <int from> INLINE Bytes samples(const u8* s) const {
         return highBytes(Raw16Samples<endian>::template samples<from>(s));
-    }
-    INLINE Apart<Bytes> apart(const u8* s) const {
-        const Apart<Words> v = Raw16Samples<endian>::apart(s), w = Raw16Samples<endian>::apart(s + 2 * N);
-        return {highBytes(Halves{v.even, w.even}), highBytes(Halves{v.odd, w.odd})};
     }
 };
 

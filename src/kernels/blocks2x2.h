@@ -64,12 +64,12 @@ template <> struct PlainSamples<Halves> : Reader<16> {
     static constexpr bool unpackOnce = false;
     template <int from> static INLINE Halves samples(const u8* s) { return loadHalves(s + 2 * from); }
 };
-template <> struct PlainSamples<Apart<Bytes>> : Reader<8> {
+template <class Samples> struct PlainSamples<Apart<Samples>> : Reader<8 * sizeof(Samples) / pixelsIn<Samples>> {
     static constexpr int group = 2;
     static constexpr bool unpackOnce = false;
-    template <int from> static INLINE Apart<Bytes> samples(const u8* s) {
-        Apart<Bytes> v;
-        load2(s + from, v.even, v.odd);
+    template <int from> static INLINE Apart<Samples> samples(const u8* s) {
+        Apart<Samples> v;
+        load2(s + from * PlainSamples::bits / 8, v.even, v.odd);
         return v;
     }
 };
@@ -80,6 +80,11 @@ template <> struct PlainSamples<Apart<Bytes>> : Reader<8> {
 template <class Samples> struct Blocks { Samples a, b, c, d; };
 
 template <class S> using SamplesOf = decltype(std::declval<const S&>().template samples<0>(nullptr));
+// Those that are read from a line once they are unpacked.
+template <class Samples> struct InLine { using Type = Samples; };
+template <> struct InLine<Bytes> { using Type = std::conditional_t<separatesAsItLoads, Apart<Bytes>, Bytes>; };
+template <> struct InLine<Halves> { using Type = std::conditional_t<separatesAsItLoads, Apart<Words>, Halves>; };
+template <class S> using LineSamples = typename InLine<SamplesOf<S>>::Type;
 template <class S> constexpr int samplesAtOnce = pixelsIn<SamplesOf<S>>;
 
 // Of x samples. (Vectors of 64 bytes: from addresses that g++ sees through it loads twice, once for each blend.)

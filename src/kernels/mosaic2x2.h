@@ -82,68 +82,61 @@ constexpr size_t lineColumns = 4096, lineColumnsAndMore = lineColumns + 1088;
 static_assert(lineColumnsAndMore >= lineColumns + 2 * N && lineColumnsAndMore % 64 == 0);
 
 template <class Samples> struct Line : PlainSamples<Samples> {
-    static constexpr size_t bytes = lineColumnsAndMore * sizeof(Samples) / N;
-    static INLINE void put(u8* line, size_t x, Bytes v) { store(line + x, v); }
-    static INLINE void put(u8* line, size_t x, Halves v) { storeHalves(line + 2 * x, v); }
+    static constexpr size_t size = sizeof(Samples) / pixelsIn<Samples>, bytes = lineColumnsAndMore * size;
+    static INLINE void put(u8* to, Bytes v) { store(to, v); }
+    static INLINE void put(u8* to, Halves v) { storeHalves(to, v); }
+    static INLINE void put(u8* to, const Apart<Bytes>& v) { store2(to, v.even, v.odd); }
     // Sample n as the one left of the last: then the last pixel comes out as the one before.
-    static INLINE void endAt(u8* line, size_t n) {
-        constexpr size_t size = sizeof(Samples) / N;
-        std::memcpy(line + n * size, line + (n - 2) * size, size);
-    }
+    static INLINE void endAt(u8* line, size_t n) { std::memcpy(line + n * size, line + (n - 2) * size, size); }
 };
 template <> struct Line<DeepBytes> : Reader<8> {
-    static constexpr size_t bytes = 2 * lineColumnsAndMore;
+    static constexpr size_t size = 1, bytes = 2 * lineColumnsAndMore;
     template <int from> static INLINE DeepBytes samples(const u8* s) {
         return {load(s + from), load(s + lineColumnsAndMore + from)};
     }
-    static INLINE void put(u8* line, size_t x, DeepBytes v) {
-        store(line + x, v.high), store(line + lineColumnsAndMore + x, v.low);
-    }
+    static INLINE void put(u8* to, DeepBytes v) { store(to, v.high), store(to + lineColumnsAndMore, v.low); }
     static INLINE void endAt(u8* line, size_t n) {
         Line<Bytes>::endAt(line, n), Line<Bytes>::endAt(line + lineColumnsAndMore, n);
     }
 };
-// The even columns, and then the odd ones.
-template <class Samples> struct Line<Apart<Samples>> : Reader<4 * sizeof(Samples) / pixelsIn<Samples>> {
-    static constexpr size_t size = sizeof(Samples) / pixelsIn<Samples>, apart = lineColumnsAndMore / 2 * size,
-                            bytes = 2 * apart;
-    template <int from> static INLINE Apart<Samples> samples(const u8* s) {
-        if constexpr (from == 0) return {load<Samples>(s), load<Samples>(s + apart)};
-        return {load<Samples>(s + apart), load<Samples>(s + size)};
-    }
-    static INLINE void put(u8* line, size_t x, const Apart<Samples>& v) {
-        u8* to = line + x / 2 * size;
-        store(to, v.even), store(to + apart, v.odd);
-    }
-    static INLINE void endAt(u8* line, size_t n) {
-        u8* to = line + n % 2 * apart + n / 2 * size;
-        std::memcpy(to, to - size, size);
-    }
-};
-
 // How the rows of a source become lines; `reader` is its sample reader.
 struct RowUnpacker {
     size_t bits;
     const void* reader;
     void (*unpack)(u8* line, const u8* s, size_t n, const void* reader);
 };
+// The next samples of a row.
+template <class S> INLINE auto unpacked(const S& read, const u8* s) {
+    if constexpr (separatesAsItLoads && requires { S::apart(s); })
+        return S::apart(s);
+    else
+        return read.template samples<0>(s);
+}
 template <class S> void unpackRow(u8* line, const u8* s, size_t n, const void* reader) {
     const S read = *static_cast<const S*>(reader);
-    const auto unpack = [&](size_t x, const u8* from) {
-        Line<SamplesOf<S>>::put(line, x, read.template samples<0>(from));
+    using Samples = decltype(unpacked(read, s));
+    using Line = kel::Line<Samples>;
+    constexpr size_t block = pixelsIn<Samples>, sourceBytes = block * S::bits / 8;
+    const u8* from = s;
+    u8* to = line;
+    const auto step = [&] {
+        Line::put(to, unpacked(read, from));
+        from += sourceBytes, to += block * Line::size;
     };
-    constexpr size_t block = samplesAtOnce<S>;
-    size_t x = 0;
-    for (; x + block <= n; x += block) {
-        const u8* from = s + bytesOf<S>(x);
-        prefetch<block * S::bits / 8, false>(from);
-        unpack(x, from);
+    constexpr size_t atOnce = N < 64 ? 64 / N : 1; // so that one prefetch does for a cache line
+    size_t blocks = n / block;
+    for (; blocks >= atOnce; blocks -= atOnce) {
+        prefetch<atOnce * sourceBytes, false>(from);
+        for (size_t i = 0; i < atOnce; ++i) step();
     }
-    if (x == n) return;
-    if (n > block && n % S::group == 0) return unpack(n - block, s + bytesOf<S>(n - block));
-    u8 rest[bytesFor(block, S::bits)] = {};
-    std::memcpy(rest, s + bytesOf<S>(x), bytesFor(n - x, S::bits));
-    unpack(x, rest);
+    for (; blocks > 0; --blocks) step();
+    const size_t rest = n % block;
+    if (rest == 0) return;
+    if (n > block && n % S::group == 0)
+        return Line::put(line + (n - block) * Line::size, unpacked(read, s + (n - block) * S::bits / 8));
+    u8 last[bytesFor(block, S::bits)] = {};
+    std::memcpy(last, from, bytesFor(rest, S::bits));
+    Line::put(to, unpacked(read, last));
 }
 
 // Columns x to x + n - 1 of the image; the last strip ends with it, the others are followed by more.
@@ -194,7 +187,7 @@ INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned 
     if constexpr (S::unpackOnce) {
         for (size_t x = 0; x < width;) {
             const MosaicStrip strip(x, width);
-            strip2x2<SamplesOf<S>>(d, s, width, height, phase, strip, {S::bits, &read, unpackRow<S>}, write);
+            strip2x2<LineSamples<S>>(d, s, width, height, phase, strip, {S::bits, &read, unpackRow<S>}, write);
             x += strip.n;
         }
     } else {

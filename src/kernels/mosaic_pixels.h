@@ -141,35 +141,13 @@ template <> struct AlternatingWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Orde
     static INLINE void put(u8* d, const Rgb16& p) { Rgb24Writer::put(d, p); }
 };
 
-// ---- Where columns are kept apart, there is nothing of all this
+// ---- Where columns are kept apart, there is nothing of all this: the sample readers and writers of this machine's mosaics
 
-// Some readers say how to load so: apart(p).
-template <class S> struct ApartSamples : S {
-    static constexpr bool unpackOnce = true;
-    using S::S;
-    template <int from> INLINE auto samples(const u8* s) const {
-        static_assert(from == 0);
-        if constexpr (requires { S::apart(s); })
-            return S::apart(s);
-        else
-            return separated(S::template samples<0>(s), s);
-    }
+template <class S> struct ApartReader { using Type = S; };
+template <> struct ApartReader<PlainSamples<Bytes>> { using Type = PlainSamples<Apart<Bytes>>; };
+template <class S> struct ApartReader<DeepSamples<S>> { using Type = S; };
 
-private:
-    template <class V> static INLINE Apart<V> separated(V v, V w) {
-        return {everySecond<0>(v, w), everySecond<1>(v, w)};
-    }
-    static INLINE Apart<Words> separated(Halves v, const u8*) { return separated(v.a, v.b); }
-    INLINE Apart<Bytes> separated(Bytes v, const u8* s) const {
-        return separated(v, S::template samples<0>(s + N * S::bits / 8));
-    }
-};
-
-// The sample readers and writers of this machine's mosaics.
-template <class S> struct MosaicTraits { using Reader = ApartSamples<S>; };
-template <> struct MosaicTraits<PlainSamples<Bytes>> { using Reader = PlainSamples<Apart<Bytes>>; };
-template <class S> struct MosaicTraits<DeepSamples<S>> { using Reader = ApartSamples<S>; };
-template <class S> using MosaicReader = std::conditional_t<separatesAsItLoads, typename MosaicTraits<S>::Reader, S>;
+template <class S> using MosaicReader = std::conditional_t<separatesAsItLoads, typename ApartReader<S>::Type, S>;
 template <class W> using MosaicWriter = std::conditional_t<separatesAsItLoads, W, AlternatingWriter<W>>;
 
 } // namespace
