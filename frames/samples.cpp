@@ -25,12 +25,15 @@ unsigned fromStream(Bytes bytes, unsigned bits, std::size_t i) {
     return (next << 8 | bytes[at]) >> shift & ((1u << bits) - 1);
 }
 
-unsigned sample(const FrameFormat& frame, Bytes bytes, std::size_t i) {
-    switch (frame.pixels.packing) {
-    case Packing::words: return word(frame, bytes, i);
-    case Packing::packed12: return packed12(bytes, i);
-    case Packing::bitStream: return fromStream(bytes, frame.pixels.bits, i);
-    default: return bytes[i];
+void readSamples(const FrameFormat& frame, Bytes bytes, std::size_t first, std::span<std::uint16_t> values) {
+    const auto read = [&](const auto& sample) {
+        for (std::size_t i = 0; i < values.size(); ++i) values[i] = static_cast<std::uint16_t>(sample(first + i));
+    };
+    switch (frame.pixels.packing) { // here, so that each loop has its own reader in it
+    case Packing::words: return read([&](std::size_t i) { return word(frame, bytes, i); });
+    case Packing::packed12: return read([&](std::size_t i) { return packed12(bytes, i); });
+    case Packing::bitStream: return read([&](std::size_t i) { return fromStream(bytes, frame.pixels.bits, i); });
+    default: return read([&](std::size_t i) { return bytes[i]; });
     }
 }
 
@@ -40,11 +43,13 @@ struct Group {
 };
 constexpr Group yuv411{4, 6, 0, 3, {1, 2, 4, 5}}, yuv422{2, 4, 0, 2, {1, 3}}, yuv444{1, 3, 0, 2, {1}};
 
-void readYuv(const Group& group, Bytes bytes, std::size_t pixel, std::uint16_t* values) {
-    const Bytes here = bytes.subspan(pixel / group.pixels * group.bytes);
-    values[0] = here[group.y[pixel % group.pixels]];
-    values[1] = here[group.u];
-    values[2] = here[group.v];
+void readYuv(const Group& group, Bytes bytes, std::size_t pixel, std::span<std::uint16_t> values) {
+    for (std::size_t i = 0; i < values.size(); i += 3, ++pixel) {
+        const Bytes here = bytes.subspan(pixel / group.pixels * group.bytes);
+        values[i] = here[group.y[pixel % group.pixels]];
+        values[i + 1] = here[group.u];
+        values[i + 2] = here[group.v];
+    }
 }
 
 // Complementary colours come as two fields, the odd lines first.
@@ -57,18 +62,16 @@ unsigned samplesOfPixel(const PixelFormat& format) {
     return format.samples == Samples::rgba || format.samples == Samples::bgra ? 4 : 3;
 }
 
-void readPixel(const FrameFormat& frame, Bytes bytes, std::uint32_t x, std::uint32_t y, std::uint16_t* values) {
+void readPixels(const FrameFormat& frame, Bytes bytes, std::uint32_t x, std::uint32_t y,
+                std::span<std::uint16_t> values) {
     if (frame.pixels.samples == Samples::cygm) y = storedLine(y, frame.size.height);
     const std::size_t pixel = std::size_t{y} * frame.size.width + x;
     switch (frame.pixels.samples) {
     case Samples::yuv411: return readYuv(yuv411, bytes, pixel, values);
     case Samples::yuv422: return readYuv(yuv422, bytes, pixel, values);
     case Samples::yuv444: return readYuv(yuv444, bytes, pixel, values);
-    default: break;
+    default: return readSamples(frame, bytes, pixel * samplesOfPixel(frame.pixels), values);
     }
-    const unsigned count = samplesOfPixel(frame.pixels);
-    for (unsigned i = 0; i < count; ++i)
-        values[i] = static_cast<std::uint16_t>(sample(frame, bytes, pixel * count + i));
 }
 
 } // namespace frames

@@ -210,16 +210,13 @@ EXPORT(orvella_samples) bool samples(std::uint32_t left, std::uint32_t top, std:
         const tool::FrameFormat& frame = session.frame();
         if (left + width > frame.size.width || top + height > frame.size.height)
             throw tool::Error("there are no such pixels");
-        const unsigned count = frames::samplesOfPixel(frame.pixels);
+        std::vector<std::uint16_t> row(std::size_t{width} * frames::samplesOfPixel(frame.pixels));
         bytes.clear();
         for (std::uint32_t y = top; y < top + height; ++y) {
-            for (std::uint32_t x = left; x < left + width; ++x) {
-                std::uint16_t values[4];
-                frames::readPixel(frame, session.bytes(), x, y, values);
-                for (unsigned i = 0; i < count; ++i) {
-                    bytes.push_back(static_cast<std::uint8_t>(values[i] & 0xFF));
-                    bytes.push_back(static_cast<std::uint8_t>(values[i] >> 8));
-                }
+            frames::readPixels(frame, session.bytes(), left, y, row);
+            for (const std::uint16_t sample : row) {
+                bytes.push_back(static_cast<std::uint8_t>(sample & 0xFF));
+                bytes.push_back(static_cast<std::uint8_t>(sample >> 8));
             }
         }
     });

@@ -17,7 +17,7 @@ public:
     // Of values below 2 to the power of `bits`, or above them, which count as the greatest.
     explicit Histogram(unsigned bits) : shift_(std::max(bits, 8u) - 8) {}
 
-    void add(unsigned value, std::uint32_t times = 1) {
+    void add(unsigned value, std::uint32_t times) {
         if (times == 0) return;
         counts_[std::min(value >> shift_, bins - 1)] += times;
         least_ = std::min(least_, value);
@@ -79,15 +79,19 @@ std::string listOf(const std::vector<Histogram>& histograms, std::string_view le
 std::string sensorHistograms(const tool::FrameFormat& frame, std::span<const std::uint8_t> bytes) {
     const auto [letters, colourOf] = coloursOf(frame.pixels.samples);
     const unsigned count = frames::samplesOfPixel(frame.pixels);
-    std::vector<Histogram> histograms(letters.size(), Histogram(frame.pixels.bits));
-    std::uint16_t values[4];
+    const std::size_t period = count == 1 ? 2 : count; // a mosaic's row has two colours
+    std::vector<std::vector<std::uint32_t>> counts(letters.size(), std::vector<std::uint32_t>(0x10000));
+    std::vector<std::uint16_t> row(std::size_t{frame.size.width} * count);
     for (std::uint32_t y = 0; y < frame.size.height; ++y) {
-        for (std::uint32_t x = 0; x < frame.size.width; ++x) {
-            frames::readPixel(frame, bytes, x, y, values);
-            for (unsigned i = 0; i < count; ++i)
-                histograms[colourOf[count == 1 ? y % 2 * 2 + x % 2 : i]].add(values[i]);
+        frames::readPixels(frame, bytes, 0, y, row);
+        for (std::size_t first = 0; first < period; ++first) {
+            auto& of = counts[colourOf[count == 1 ? y % 2 * 2 + first : first]];
+            for (std::size_t i = first; i < row.size(); i += period) ++of[row[i]];
         }
     }
+    std::vector<Histogram> histograms(letters.size(), Histogram(frame.pixels.bits));
+    for (std::size_t i = 0; i < histograms.size(); ++i)
+        for (unsigned value = 0; value < counts[i].size(); ++value) histograms[i].add(value, counts[i][value]);
     return listOf(histograms, letters);
 }
 
