@@ -84,7 +84,7 @@ constexpr auto swappedTriples = [](int i) { return i < L - 1 ? i / 3 * 3 + 2 - i
 // All is read before it is written, lest a load wait for the store before it, which has one of its bytes: in place, and
 // also where destination and source lie a multiple of 4 KiB apart.
 template <int vectors> INLINE void swapTriples(u8* d, const u8* s) {
-    constexpr size_t step = N / L * (L - 1);
+    constexpr int step = N / L * (L - 1);
     Bytes swapped[vectors];
     for (int v = 0; v < vectors; ++v) swapped[v] = permute(loadLanes(s + v * step, L - 1), swappedTriples);
     for (int v = 0; v < vectors; ++v) storeLanes(d + v * step, L - 1, swapped[v]);
@@ -110,10 +110,35 @@ inline void swap24Kernel(u8* d, const u8* s, size_t n) {
     }
 }
 
+// Where lanes are long, whole pixels at once: hardly a vector would lie in one cache line otherwise.
+struct Triples {
+    Bytes parts[3];
+};
+struct TriplesReader : Reader<24> {
+    static INLINE Triples get(const u8* s) { return {{load(s), load(s + N), load(s + 2 * N)}}; }
+};
+struct SwappedTriplesWriter {
+    static constexpr int bytes = 3;
+    static constexpr bool keeps = false;
+    template <class Vectors> static INLINE void put(u8* d, const Vectors& p) { // not for the other levels
+        constexpr auto from = [](int i) { return i / 3 * 3 + 2 - i % 3; };     // of all bytes
+        const Bytes middle =
+            shuffle(p.parts[0], p.parts[1], [=](int i) { return from(N + i) < 2 * N ? from(N + i) : 0; });
+        store(d, shuffle(p.parts[0], p.parts[1], from));
+        store(d + N, shuffle(middle, p.parts[2], [=](int i) { return from(N + i) < 2 * N ? i : from(N + i) - N; }));
+        store(d + 2 * N, shuffle(p.parts[1], p.parts[2], [=](int i) { return from(2 * N + i) - N; }));
+    }
+};
+
 // ---- By output
 
 template <class Set> constexpr ByOutput<Run> swaps24(Set outputs) {
-    return tableOf<Run>(outputs, []<u32>() { return swap24Kernel; });
+    return tableOf<Run>(outputs, []<u32>() -> Run {
+        if constexpr (L > 16)
+            return runKernel<TriplesReader, SwappedTriplesWriter>;
+        else
+            return swap24Kernel;
+    });
 }
 template <Swap swap, class Set> constexpr ByOutput<Run> from24To32(Set outputs) {
     return tableOf<Run>(outputs, []<u32>() { return runKernel<Quads24Reader<swap>, QuadsWriter>; });
