@@ -17,14 +17,19 @@ struct Quads {
 // ---- 32 bits to 32 bits; alpha goes along
 
 struct Quads32Reader : Reader<32> {
-    static INLINE Quads get(const u8* s) { return {{load(s), load(s + N), load(s + 2 * N), load(s + 3 * N)}}; }
+    static INLINE Quads get(const u8* s) {
+        Quads p;
+        loadRow(s, p.quarters);
+        return p;
+    }
 };
 struct Swapped32Writer {
     static constexpr int bytes = 4;
     static constexpr bool keeps = false;
-    static INLINE void put(u8* d, const Quads& p) {
-        for (int q = 0; q < 4; ++q)
-            store(d + q * N, permute(p.quarters[q], [](int i) { return i / 4 * 4 + channel(Swap::yes, i % 4); }));
+    static INLINE void put(u8* d, Quads p) {
+        for (Bytes& quarter : p.quarters)
+            quarter = permute(quarter, [](int i) { return i / 4 * 4 + channel(Swap::yes, i % 4); });
+        storeRow(d, p.quarters);
     }
 };
 

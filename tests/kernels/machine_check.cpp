@@ -85,6 +85,10 @@ const char* inMemory(Random& random) {
     KEL_COMPARE(stored([&](u8* d) { m::store3of4(d, a, b, c); }))
     KEL_COMPARE(stored([&](u8* d) { m::store3of4(d, a); }))
     KEL_COMPARE(stored([&](u8* d) { m::storeQuads(d, as<Bytes>(as<UnsignedWides>(a) & 0xFFFFFF)); }))
+    KEL_COMPARE(stored([&](u8* d) {
+        Bytes v[4];
+        m::loadRow(s, v), m::storeRow(d, v);
+    }))
     KEL_COMPARE((m::luma<3, bt601>(s)))
     KEL_COMPARE((m::luma<3, bt709>(s)))
     KEL_COMPARE((m::luma<4, bt601>(s)))

@@ -20,6 +20,7 @@
 //     load4(s, a, b, c)                three planes out of pixels of 4 bytes, without the fourth
 //     store3<unit>(d, step, a, b, c)   one vector of each plane as triples of elements of `unit` bytes
 //     store3of4(d, a, b, c)            as quadruples of bytes; the fourth byte in memory is kept
+//     loadRow(s, v), storeRow(d, v)    four vectors that lie side by side
 //     storeQuads(d, v)                 v but for every fourth byte, which is 0 in v and kept in memory
 //     luma<bytes, k>(s)                luma<k>() of N pixels of 3 or 4 bytes; k.r weighs the first, k.b the third
 //     weigh<bytes, k>(s)               k.r R + k.g G + k.b B + k.add, as Halves, with weights from 0 to 127

@@ -64,6 +64,14 @@ INLINE void store4(u8* d, Bytes v, Bytes w, Bytes x, Bytes y) {
     const uint8x16x4_t quads{{u8x16(v), u8x16(w), u8x16(x), u8x16(y)}};
     vst4q_u8(d, quads);
 }
+INLINE void loadRow(const u8* s, Bytes (&v)[4]) {
+    const uint8x16x4_t row = vld1q_u8_x4(s);
+    for (int i = 0; i < 4; ++i) v[i] = as<Bytes>(row.val[i]);
+}
+INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
+    const uint8x16x4_t row{{u8x16(v[0]), u8x16(v[1]), u8x16(v[2]), u8x16(v[3])}};
+    vst1q_u8_x4(d, row);
+}
 constexpr bool separatesAsItLoads = true;
 
 using plain::storeQuads;

@@ -54,6 +54,13 @@ INLINE void storeQuads(u8* d, Bytes v) {
     store(d, blend([](int i) { return i % 4 == 3; }, load(d), v));
 }
 
+INLINE void loadRow(const u8* s, Bytes (&v)[4]) {
+    for (int i = 0; i < 4; ++i) v[i] = load(s + i * N);
+}
+INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
+    for (int i = 0; i < 4; ++i) store(d + i * N, v[i]);
+}
+
 constexpr bool separatesAsItLoads = true;
 
 // It is no access to memory, so the address may lie behind the buffer. A distance of 0: not at all.

@@ -41,8 +41,10 @@ namespace machine {
 
 using permutes::load4;
 using plain::load2;
+using plain::loadRow;
 using plain::store2;
 using plain::store4;
+using plain::storeRow;
 constexpr bool separatesAsItLoads = false;
 
 #if defined(KEL_AVX2)
