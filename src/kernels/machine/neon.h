@@ -152,7 +152,12 @@ INLINE Split forPairs(Words w) {
 }
 INLINE Words pairMeans(Split s) { return pairSums<1, 1>(highBytes(s)) >> 1; }
 
-template <int k> INLINE uint8x16_t fillFactor() { return vdupq_n_u8(static_cast<u8>(k < 0 ? -k : k)); }
+// Of a constant that it sees g++ makes two, for the low halves and for the high ones.
+template <int k> INLINE uint8x16_t fillFactor() {
+    uint8x16_t factor = vdupq_n_u8(static_cast<u8>(k < 0 ? -k : k));
+    asm("" : "+w"(factor));
+    return factor;
+}
 template <int k> INLINE uint16x8_t addLow(uint16x8_t sum, Bytes v) {
     const uint8x8_t factor = vget_low_u8(fillFactor<k>()), low = vget_low_u8(u8x16(v));
     return k < 0 ? vmlsl_u8(sum, low, factor) : vmlal_u8(sum, low, factor);
