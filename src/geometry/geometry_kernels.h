@@ -13,14 +13,20 @@ struct Strip {
     static constexpr size_t capacity = 2048;
     static constexpr u16 whole = 1024;
 
-    size_t length;
-    size_t sourceEnd; // one behind the last source byte
+    size_t start, length; // in the line
+    size_t sourceEnd;     // one behind the last source byte
     size_t source[capacity];
 
     // Linear only: the byte's weight in 1/1024. The rest is that of the same byte of the pixel before, `pixel` bytes in
     // front; with `whole` there need be none.
     u16 weight[capacity];
     size_t pixel;
+};
+
+// What a line consists of: fill() makes the next strip, or returns false behind the last one.
+struct LineOfStrips {
+    void* state;
+    bool (*fill)(void* state, Strip& strip);
 };
 
 // Pitches in bytes.
@@ -31,7 +37,7 @@ struct ResampledLines {
     size_t count;
 };
 
-using Resample = void (*)(const ResampledLines& lines, const Strip& strip);
+using Resample = void (*)(const ResampledLines& lines, const LineOfStrips& strips);
 
 struct GeometryKernels {
     Reverse reverse[7]; // in place, by bytes per element

@@ -35,35 +35,38 @@ struct Ratio {
     }
 };
 
-// Output pixels first to first + count - 1.
-void fill(Strip& strip, const Ratio& ratio, i64 first, size_t count, size_t bytesPerPixel) {
-    strip.length = count * bytesPerPixel;
-    strip.sourceEnd = 0;
-    strip.pixel = bytesPerPixel;
-    size_t* source = strip.source;
-    u16* weight = strip.weight;
-    for (i64 pixel = first; pixel < first + static_cast<i64>(count); ++pixel) {
-        const double x = ratio.position(pixel);
-        const i64 index = ratio.indexAt(x);
-        const size_t start = static_cast<size_t>(index) * bytesPerPixel;
-        std::fill_n(weight, bytesPerPixel, ratio.weightAt(x, index));
-        for (size_t byte = 0; byte < bytesPerPixel; ++byte) *source++ = start + byte;
-        weight += bytesPerPixel;
-        strip.sourceEnd = std::max(strip.sourceEnd, start + bytesPerPixel);
-    }
-}
+// The strips of an output line.
+struct OutputLine {
+    const Ratio& ratio;
+    i64 length; // in pixels
+    size_t bytesPerPixel;
+    i64 done = 0;
 
-// Strip by strip; all lines of each.
-void resampleStrips(const ResampledLines& lines, i64 length, size_t bytesPerPixel, const Ratio& ratio) {
-    // NOLINTNEXTLINE(clang-analyzer-core.DivideZero): 1 to 6, or the call is refused
-    const i64 atOnce = static_cast<i64>(Strip::capacity / bytesPerPixel);
-    Strip strip;
-    for (i64 first = 0; first < length; first += atOnce) {
-        fill(strip, ratio, first, static_cast<size_t>(std::min(atOnce, length - first)), bytesPerPixel);
-        ResampledLines part = lines;
-        part.destination += static_cast<size_t>(first) * bytesPerPixel;
-        geometryKernels().resample[ratio.mode](part, strip);
+    bool fill(Strip& strip) {
+        if (done >= length) return false;
+        const i64 count = std::min(static_cast<i64>(Strip::capacity / bytesPerPixel), length - done);
+        strip.start = static_cast<size_t>(done) * bytesPerPixel;
+        strip.length = static_cast<size_t>(count) * bytesPerPixel;
+        strip.sourceEnd = 0;
+        strip.pixel = bytesPerPixel;
+        size_t* source = strip.source;
+        u16* weight = strip.weight;
+        for (const i64 end = done + count; done < end; ++done) {
+            const double x = ratio.position(done);
+            const i64 index = ratio.indexAt(x);
+            const size_t start = static_cast<size_t>(index) * bytesPerPixel;
+            std::fill_n(weight, bytesPerPixel, ratio.weightAt(x, index));
+            for (size_t byte = 0; byte < bytesPerPixel; ++byte) *source++ = start + byte;
+            weight += bytesPerPixel;
+            strip.sourceEnd = std::max(strip.sourceEnd, start + bytesPerPixel);
+        }
+        return true;
     }
+};
+
+void resampleLines(const ResampledLines& lines, OutputLine line) {
+    const auto fill = [](void* state, Strip& strip) { return static_cast<OutputLine*>(state)->fill(strip); };
+    geometryKernels().resample[line.ratio.mode](lines, {&line, fill});
 }
 
 void resample(u8* destination, const u8* source, const Scanlines& scanlines, const Ratio& ratio) {
@@ -80,7 +83,7 @@ void resample(u8* destination, const u8* source, const Scanlines& scanlines, con
     size_t left = lines.count;
     if (overlap) lines.count = 1;
     for (; left > 0; left -= lines.count) {
-        resampleStrips(lines, scanlines.destinationLength, pixel, ratio);
+        resampleLines(lines, {ratio, scanlines.destinationLength, pixel});
         lines.destination += lines.destinationPitch, lines.source += lines.sourcePitch;
     }
 }

@@ -1,8 +1,10 @@
-// Strips of lines, put together from bytes of other lines.
+// Lines put together from bytes of other lines.
 //
-// What is the same for all lines is worked out once. N bytes of output make a block. All that a lane of it wants lies
-// in two vectors of a source line, mostly, and at the same positions in every line; so a block costs a few loads and
-// one or two look-ups. Where a lane's sources lie further apart, its block goes byte by byte.
+// What is the same for all lines is worked out once, strip by strip. N bytes of output make a block. All that a lane of it
+// wants lies in two vectors of a source line, mostly, and at the same positions in every line; so a block costs a few
+// loads and one or two look-ups. Where a lane's sources lie further apart, its block goes byte by byte.
+//
+// The blocks of several strips are gathered before they go over the lines: memory is read and written in long runs.
 #pragma once
 #include "geometry/geometry_kernels.h"
 #include "kernels/machine/machine.h"
@@ -10,19 +12,21 @@
 namespace kel {
 namespace {
 
-struct Block {
-    size_t start;                    // in the strip
-    bool wide;                       // byte by byte
-    size_t source[N / L];            // where the two vectors of each lane begin
-    alignas(N) u8 position[N];       // in them
-    alignas(N) u8 before[N];         // linear: position in the pixel before
-    alignas(N) u16 weight[2][N / 2]; // linear: as the words of a Split
+template <bool linear> struct Block {
+    size_t start;              // in the line
+    size_t source[N / L];      // where the two vectors of each lane begin
+    alignas(N) u8 position[N]; // in them
 };
+template <> struct Block<true> : Block<false> {
+    alignas(N) u8 before[N];         // position in the pixel before
+    alignas(N) u16 weight[2][N / 2]; // as the words of a Split
+};
+template <bool linear> constexpr size_t blocksAtOnce = (linear ? 8192 : 24576) / N; // 48 and 40 KiB of stack
 
-// Lane `lane` of a block; false if its sources lie too far apart.
-template <bool linear> INLINE bool describeLane(Block& block, const Strip& strip, size_t lane) {
-    const size_t* source = strip.source + block.start + lane * L;
-    const u16* weight = strip.weight + block.start + lane * L;
+// Lane `lane` of the block at byte `start` of the strip; false if its sources lie too far apart.
+template <bool linear> INLINE bool describeLane(Block<linear>& block, const Strip& strip, size_t start, size_t lane) {
+    const size_t* source = strip.source + start + lane * L;
+    const u16* weight = strip.weight + start + lane * L;
     const auto toPixelBefore = [&](size_t i) { return linear && weight[i] != Strip::whole ? strip.pixel : 0; };
 
     size_t low = source[0], high = source[0];
@@ -48,10 +52,11 @@ template <bool linear> INLINE bool describeLane(Block& block, const Strip& strip
     return true;
 }
 
-template <bool linear> INLINE void describe(Block& block, const Strip& strip, size_t start) {
-    block.start = start;
-    block.wide = false;
-    for (size_t lane = 0; lane < N / L; ++lane) block.wide |= !describeLane<linear>(block, strip, lane);
+template <bool linear> INLINE bool describe(Block<linear>& block, const Strip& strip, size_t start) {
+    block.start = strip.start + start;
+    for (size_t lane = 0; lane < N / L; ++lane)
+        if (!describeLane(block, strip, start, lane)) return false;
+    return true;
 }
 
 // ---- The rule, for one byte and for a block
@@ -69,7 +74,7 @@ INLINE Words between(Words a, Words b, Words weight) {
 }
 
 // Each lane from where its block says.
-INLINE Bytes lanesOf(const Block& block, const u8* s) {
+INLINE Bytes lanesOf(const Block<false>& block, const u8* s) {
     using Lane = VectorOf<u8, L>::type;
     if constexpr (N == L)
         return load(s + block.source[0]);
@@ -77,7 +82,7 @@ INLINE Bytes lanesOf(const Block& block, const u8* s) {
         return join(load<Lane>(s + block.source[0]), load<Lane>(s + block.source[1]), Indices<N>());
 }
 
-template <bool linear> INLINE Bytes bytesOf(const Block& block, const u8* s) {
+template <bool linear> INLINE Bytes bytesOf(const Block<linear>& block, const u8* s) {
     const Bytes a = lanesOf(block, s), b = lanesOf(block, s + L);
     const Bytes bytes = lookUp(a, b, load(block.position));
     if constexpr (linear) {
@@ -90,29 +95,39 @@ template <bool linear> INLINE Bytes bytesOf(const Block& block, const u8* s) {
 
 // ---- Lines
 
-template <bool linear> INLINE void putBytes(u8* d, const u8* s, const Strip& strip, size_t first, size_t count) {
-    for (size_t i = first; i < first + count; ++i) d[i] = byteOf<linear>(strip, i, s);
+template <class PutLine> INLINE void eachLine(const ResampledLines& lines, const PutLine& put) {
+    u8* d = lines.destination;
+    const u8* s = lines.source;
+    for (size_t y = 0; y < lines.count; ++y, d += lines.destinationPitch, s += lines.sourcePitch) put(d, s);
 }
 
-template <bool linear>
-INLINE void resampleLine(u8* d, const u8* s, const Strip& strip, const Block* blocks, size_t count) {
-    for (const Block* block = blocks; block != blocks + count; ++block)
-        if (block->wide)
-            putBytes<linear>(d, s, strip, block->start, N);
-        else
-            store(d + block->start, bytesOf<linear>(*block, s));
-    if (count == 0) putBytes<linear>(d, s, strip, 0, strip.length);
+template <bool linear> void putBytes(const ResampledLines& lines, const Strip& strip, size_t first, size_t count) {
+    eachLine(lines, [&](u8* d, const u8* s) {
+        for (size_t i = first; i < first + count; ++i) d[strip.start + i] = byteOf<linear>(strip, i, s);
+    });
+}
+template <bool linear> void putBlocks(const ResampledLines& lines, const Block<linear>* blocks, size_t count) {
+    eachLine(lines, [&](u8* d, const u8* s) {
+        for (size_t i = 0; i < count; ++i) store(d + blocks[i].start, bytesOf(blocks[i], s));
+    });
 }
 
-// The last block steps back, to end with the strip; strips shorter than a block have none.
-template <bool linear> void resample(const ResampledLines& lines, const Strip& strip) {
-    Block blocks[Strip::capacity / N];
-    const size_t count = strip.length < N ? 0 : (strip.length + N - 1) / N;
-    for (size_t i = 0; i < count; ++i) describe<linear>(blocks[i], strip, i + 1 < count ? i * N : strip.length - N);
-
-    for (size_t y = 0; y < lines.count; ++y)
-        resampleLine<linear>(lines.destination + static_cast<ptrdiff_t>(y) * lines.destinationPitch,
-                             lines.source + static_cast<ptrdiff_t>(y) * lines.sourcePitch, strip, blocks, count);
+// The last block of a strip steps back, to end with it; strips shorter than a block have none.
+template <bool linear> void resample(const ResampledLines& lines, const LineOfStrips& strips) {
+    Block<linear> blocks[blocksAtOnce<linear>];
+    size_t count = 0;
+    for (Strip strip; strips.fill(strips.state, strip);) {
+        if (count + Strip::capacity / N > blocksAtOnce<linear>) putBlocks(lines, blocks, count), count = 0;
+        if (strip.length < N) putBytes<linear>(lines, strip, 0, strip.length);
+        for (size_t x = 0; strip.length >= N && x < strip.length; x += N) {
+            const size_t start = x + N <= strip.length ? x : strip.length - N;
+            if (describe(blocks[count], strip, start))
+                ++count;
+            else
+                putBytes<linear>(lines, strip, start, N);
+        }
+    }
+    putBlocks(lines, blocks, count);
 }
 
 } // namespace
