@@ -105,11 +105,18 @@ const show = latest(async () => {
     settled();
     describe({ count, left, bytes }, performance.now() - start);
     showPosition();
+    await painted(); // which the counting would slow down
     await showStatistics();
   } catch (error) {
     complain(error.message);
     showPosition();
   }
+});
+
+/** The picture is on screen; or the page is not. */
+const painted = () => new Promise((done) => {
+  requestAnimationFrame(() => setTimeout(done));
+  setTimeout(done, 200);
 });
 
 function valueOf({ status, value, reason }) {
