@@ -80,11 +80,6 @@ template <class Samples> struct PlainSamples<Apart<Samples>> : Reader<8 * sizeof
 template <class Samples> struct Blocks { Samples a, b, c, d; };
 
 template <class S> using SamplesOf = decltype(std::declval<const S&>().template samples<0>(nullptr));
-// Those that are read from a line once they are unpacked.
-template <class Samples> struct InLine { using Type = Samples; };
-template <> struct InLine<Bytes> { using Type = std::conditional_t<separatesAsItLoads, Apart<Bytes>, Bytes>; };
-template <> struct InLine<Halves> { using Type = std::conditional_t<separatesAsItLoads, Apart<Words>, Halves>; };
-template <class S> using LineSamples = typename InLine<SamplesOf<S>>::Type;
 template <class S> constexpr int samplesAtOnce = pixelsIn<SamplesOf<S>>;
 
 // Of x samples. (Vectors of 64 bytes: from addresses that g++ sees through it loads twice, once for each blend.)

@@ -99,6 +99,12 @@ template <> struct Line<DeepBytes> : Reader<8> {
         Line<Bytes>::endAt(line, n), Line<Bytes>::endAt(line + lineColumnsAndMore, n);
     }
 };
+// What is read from a line of unpacked samples.
+template <class Samples> struct InLine { using Type = Samples; };
+template <> struct InLine<Bytes> { using Type = std::conditional_t<separatesAsItLoads, Apart<Bytes>, Bytes>; };
+template <> struct InLine<Halves> { using Type = std::conditional_t<separatesAsItLoads, Apart<Words>, Halves>; };
+template <class S> using LineSamples = typename InLine<SamplesOf<S>>::Type;
+
 // How the rows of a source become lines; `reader` is its sample reader.
 struct RowUnpacker {
     size_t bits;
