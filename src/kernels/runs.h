@@ -41,7 +41,7 @@ template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const 
     const size_t left = n % block, back = block - left;
     const bool stepsBack = left > 0 && n > block && back * R::bits % 8 == 0 &&
                            areApart(d, n * W::bytes, s, bytesFor(n, R::bits) + R::beyond);
-    const auto step = [&] {
+    const auto step = [&]() __attribute__((always_inline)) {
         write.put(d, read.get(s));
         s += sourceBytes, d += bytes;
     };
