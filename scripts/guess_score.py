@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 """How often 'orvella guess' is right: dumps in all formats are made of photographs, as a camera would send them.
 
-    scripts/guess_score.py build/release/tools/orvella 6 photo.jpg ...      6 dumps of each photograph
+    scripts/guess_score.py build/release/tools/orvella 6 photo.jpg ...          6 dumps of each photograph
+    scripts/guess_score.py build/release/tools/orvella several photo.jpg ...    3 files of several frames of each
 
 Prints the misses, then the score. Needs python3-numpy and python3-pil.
 """
@@ -109,8 +110,40 @@ def same(guess, name, size, exchange):
     return guess[0] == name or (exchange and guess[0] == other)
 
 
+def several(program, photos):
+    rng = random.Random(5)
+    np.random.seed(5)
+    names = list(FORMATS)
+    rng.shuffle(names)
+    total = first = three = 0
+    with tempfile.TemporaryDirectory() as folder:
+        path = pathlib.Path(folder) / "dump.bin"
+        for i in range(3 * len(photos)):
+            photo = np.asarray(Image.open(photos[i // 3]).convert("RGB"))
+            height, width = photo.shape[:2]
+            name = names[i % len(names)]
+            w, h = size_for(name, width - 60, height - 60, rng)
+            count = rng.choice([2, 3, 5, 8, 20]) if w * h < 400000 else rng.choice([2, 3, 4])
+            x, y = rng.randint(0, width - w - 50), rng.randint(0, height - h - 50)
+            drift = 0 if rng.random() < 0.3 else 1
+            places = [(x + drift * min(50, 2 * k), y + drift * min(50, k)) for k in range(count)]
+            path.write_bytes(b"".join(dump(photo[t:t + h, l:l + w], name, rng) for l, t in places))
+            out = subprocess.run([program, "guess", "-n", "3", path], capture_output=True, text=True).stdout
+            found = re.findall(r"^ *\d+ +[\d.]+ +-f (\w+) -s (\d+)x(\d+)(?:.* (\d+) frames)?", out, re.M)
+            ranks = [same((f, int(a), int(b)), name, (w, h), True) and int(n or 1) == count for f, a, b, n in found]
+            total += 1
+            first += bool(ranks) and ranks[0]
+            three += any(ranks)
+            if not ranks or not ranks[0]:
+                print(f"{pathlib.Path(photos[i // 3]).name} {name} {w}x{h}, {count} frames: {found}")
+    print(f"{total} files: first in {100 * first / total:.0f} %, among the first three in {100 * three / total:.0f} %")
+
+
 def main():
-    program, each, photos = sys.argv[1], int(sys.argv[2]), sys.argv[3:]
+    program, each, photos = sys.argv[1], sys.argv[2], sys.argv[3:]
+    if each == "several":
+        return several(program, photos)
+    each = int(each)
     rng = random.Random(1)
     np.random.seed(1)
     names = FORMATS * (each * len(photos) // len(FORMATS) + 1)
