@@ -57,6 +57,7 @@ build_for_windows() {
     esac
 }
 # Wine does not run everywhere: then the build alone is the test.
+# A test is tried twice: now and then Wine loses the connection between its processes.
 test_in_wine() {
     local prefix=$PWD/build/windows/windows
     mkdir -p "$prefix"
