@@ -5,10 +5,11 @@
 // written lane by lane (loadLanes, storeLanes).
 //
 // Everything in the kernel headers has internal linkage: a function shared between levels would let the linker keep the
-// one copy that was compiled for a newer machine. For the same reason nothing of std:: is used but memcpy and integer
-// sequences.
+// one copy that was compiled for a newer machine. For the same reason nothing of std:: is used but memcpy and what
+// makes no code: types and integer sequences.
 #pragma once
 #include <cstring>
+#include <type_traits>
 #include <utility>
 
 #include "support/integers.h"

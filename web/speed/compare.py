@@ -14,6 +14,7 @@ import subprocess
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 CONVERSIONS = ["Mono12p -> Mono16", "RGB8 -> Mono8", "YUV 4:2:2 -> BGR24", "Bayer8 2x2 -> BGR24", "Bayer8 3x3 -> BGR24",
                "Bayer12 2x2 -> BGR48", "Bayer12p 2x2 -> RGBA32", "RGB8 matrix -> BGR24"]
+# With node's fetch, emscripten's loader takes the module's path for an address.
 WAYS = [[ROOT / "build/release/web/speed/orvella_speed"],
         ["node", "--no-experimental-fetch", ROOT / "build/web/web/speed/orvella_speed.js"]]
 
