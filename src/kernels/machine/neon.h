@@ -173,8 +173,11 @@ template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
 }
 
 template <Weights k> INLINE Bytes luma(Bytes r, Bytes g, Bytes b) {
-    const Split sums = weigh<k>(r, g, b);
-    return as<Bytes>(vshrn_high_n_u16(vshrn_n_u16(u16x8(sums.a), 8), u16x8(sums.b), 8));
+    constexpr bool rounded = k.add == 128; // by what narrows, then
+    const Split sums = weigh<Weights{k.r, k.g, k.b, rounded ? 0 : k.add}>(r, g, b);
+    const uint16x8_t low = u16x8(sums.a), high = u16x8(sums.b);
+    return as<Bytes>(rounded ? vrshrn_high_n_u16(vrshrn_n_u16(low, 8), high, 8)
+                             : vshrn_high_n_u16(vshrn_n_u16(low, 8), high, 8));
 }
 template <int bytes, Weights k> INLINE Bytes luma(const u8* s) {
     Bytes r, g, b;
