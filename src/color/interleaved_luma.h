@@ -8,6 +8,7 @@ namespace {
 constexpr Weights inOrder(Order order, Weights k) { return order == Order::rgb ? k : Weights{k.b, k.g, k.r, k.add}; }
 
 template <int bytes, Weights k> struct LumaReader : Reader<8 * bytes> {
+    static constexpr bool separates = true;
     static INLINE Grey get(const u8* s) { return {luma<bytes, k>(s)}; }
 };
 

@@ -17,6 +17,7 @@ struct Quads {
 // ---- 32 bits to 32 bits; alpha goes along
 
 struct Quads32Reader : Reader<32> {
+    static constexpr bool separates = true; // as far as addresses go
     static INLINE Quads get(const u8* s) {
         Quads p;
         loadRow(s, p.quarters);
@@ -25,7 +26,7 @@ struct Quads32Reader : Reader<32> {
 };
 struct Swapped32Writer {
     static constexpr int bytes = 4;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = true;
     static INLINE void put(u8* d, Quads p) {
         for (Bytes& quarter : p.quarters)
             quarter = permute(quarter, [](int i) { return i / 4 * 4 + channel(Swap::yes, i % 4); });
@@ -47,7 +48,7 @@ private:
 };
 struct QuadsWriter {
     static constexpr int bytes = 4;
-    static constexpr bool keeps = true;
+    static constexpr bool keeps = true, weaves = false;
     static INLINE void put(u8* d, const Quads& p) {
         for (int q = 0; q < 4; ++q) storeQuads(d + q * N, p.quarters[q]);
     }
@@ -63,7 +64,7 @@ struct Quads32LanesReader : Reader<32> {
 };
 template <Swap swap> struct ColoursWriter {
     static constexpr int bytes = 3;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = false;
     // 3 L / 4 bytes of each quarter, turned to where the three vectors of the result have them.
     static INLINE void put(u8* d, const Quads& p) {
         const Bytes q0 = colours<0>(p), q1 = colours<1>(p), q2 = colours<2>(p), q3 = colours<3>(p);
@@ -124,7 +125,7 @@ struct TriplesReader : Reader<24> {
 };
 struct SwappedTriplesWriter {
     static constexpr int bytes = 3;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = false;
     template <class Vectors> static INLINE void put(u8* d, const Vectors& p) { // not for the other levels
         constexpr auto from = [](int i) { return i / 3 * 3 + 2 - i % 3; };     // of all bytes
         const Bytes middle =

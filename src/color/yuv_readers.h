@@ -32,6 +32,7 @@ struct Yuv422Layout : Reader<16> {
 
 // U Y V
 struct Yuv444Layout : Reader<24> {
+    static constexpr bool separates = true;
     static INLINE Yuv samples(const u8* s) {
         Bytes u, y, v;
         load3(s, u, y, v);
@@ -124,6 +125,7 @@ template <class Rule> INLINE Rgb coloursOf(const YuvPairs& p) {
 }
 
 template <class Layout> struct YuvReader : Reader<Layout::bits> {
+    static constexpr bool separates = Layout::separates;
     static INLINE Rgb get(const u8* s) { return coloursOf<TruncatedProducts>(Layout::samples(s)); }
 };
 

@@ -129,7 +129,7 @@ template <class Rule> __attribute__((noinline, cold)) void correctEach(typename 
 template <class Rule, class W> class Corrected {
 public:
     static constexpr int bytes = W::bytes;
-    static constexpr bool keeps = W::keeps;
+    static constexpr bool keeps = W::keeps, weaves = W::weaves;
 
     INLINE explicit Corrected(const Matrix& m) : matrix_(m), factors_(m), moderate_(isModerate(m)) {}
 

@@ -61,6 +61,7 @@ using Samples12p = BitStreamSamples<Layout12p>;
 constexpr int topByteOf(int i) { return i / 2 * 3 + i % 2 * 2; }
 
 struct Top12Packed : Reader<12> {
+    static constexpr bool separates = true;
     static constexpr int group = 2;
     static constexpr bool unpackOnce = true;
 
@@ -89,6 +90,7 @@ struct Top12Packed : Reader<12> {
 };
 
 struct Samples12Packed : Reader<12> {
+    static constexpr bool separates = true;
     static constexpr int group = 2;
     static constexpr bool unpackOnce = true;
 

@@ -46,6 +46,8 @@ struct RgbWords {
 // that separate as they load have it for mosaics.
 template <class Block> struct Apart { Block even, odd; };
 template <class Block> Apart(Block, Block) -> Apart<Block>;
+template <class Block> constexpr bool isApart = false;
+template <class Block> constexpr bool isApart<Apart<Block>> = true;
 
 template <class Block> constexpr int pixelsIn = N;
 template <> constexpr int pixelsIn<Words> = N / 2;

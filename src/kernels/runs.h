@@ -1,7 +1,8 @@
 // The loop for n pixels in a row, from a reader to a writer.
 //
 // A reader says how many bits a pixel has (`bits`), how many bytes behind the last pixel belong to the source as well
-// (`beyond`), and turns the bytes of N pixels into a block: get(). It touches no other bytes.
+// (`beyond`), whether it separates pixels as it loads them (`separates`), and turns the bytes of N pixels into a block:
+// get(). It touches no other bytes.
 #pragma once
 #include "kernels/table.h"
 #include "kernels/writers.h"
@@ -9,7 +10,10 @@
 namespace kel {
 namespace {
 
-template <int bitsPerPixel> struct Reader { static constexpr int bits = bitsPerPixel, beyond = 0; };
+template <int bitsPerPixel> struct Reader {
+    static constexpr int bits = bitsPerPixel, beyond = 0;
+    static constexpr bool separates = false;
+};
 
 constexpr size_t bytesFor(size_t pixels, int bits) { return (pixels * static_cast<size_t>(bits) + 7) / 8; }
 
@@ -25,7 +29,8 @@ template <class W, class Block> INLINE void putPart(const W& write, u8* d, const
     std::memcpy(d, packed, n * W::bytes);
 }
 
-template <class R> constexpr size_t blockOf = pixelsIn<decltype(std::declval<const R&>().get(nullptr))>;
+template <class R> using BlockOf = decltype(std::declval<const R&>().get(nullptr));
+template <class R> constexpr size_t blockOf = pixelsIn<BlockOf<R>>;
 
 template <class R, class W>
 __attribute__((noinline)) void lastPixels(u8* d, const u8* s, size_t n, const R& read, const W& write) {
@@ -43,7 +48,7 @@ template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const 
                            areApart(d, n * W::bytes, s, bytesFor(n, R::bits) + R::beyond);
     const auto step = [&]() __attribute__((always_inline)) {
         write.put(d, read.get(s));
-        s += sourceBytes, d += bytes;
+        moveOn<R::separates>(s, sourceBytes), moveOn<W::weaves || isApart<BlockOf<R>>>(d, bytes);
     };
 
     constexpr size_t atOnce = N < 64 ? 64 / N : 1; // blocks that fill a cache line with bytes

@@ -9,6 +9,7 @@ namespace kel {
 namespace {
 
 // `keeps`: put() reads the destination, because it leaves some of its bytes alone.
+// `weaves`: it stores pixels out of planes, whatever the block is.
 
 enum class Order { rgb, bgr };
 
@@ -18,7 +19,7 @@ template <class W, class Block> INLINE void putInRow(u8* d, const Apart<Block>& 
 
 template <Order order> struct Rgb24Writer {
     static constexpr int bytes = 3;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = true;
     static INLINE void put(u8* d, Rgb p) {
         order == Order::rgb ? store3<1>(d, 3 * L, p.r, p.g, p.b) : store3<1>(d, 3 * L, p.b, p.g, p.r);
     }
@@ -31,7 +32,7 @@ template <Order order> struct Rgb24Writer {
 // The fourth byte stays as it was.
 template <Order order> struct Rgb32Writer {
     static constexpr int bytes = 4;
-    static constexpr bool keeps = true;
+    static constexpr bool keeps = true, weaves = true;
     static INLINE void put(u8* d, Rgb p) {
         order == Order::rgb ? store3of4(d, p.r, p.g, p.b) : store3of4(d, p.b, p.g, p.r);
     }
@@ -46,7 +47,7 @@ template <Weights k, class Colours> INLINE Bytes grey(const Colours& p) { return
 
 template <Weights k> struct Mono8Writer {
     static constexpr int bytes = 1;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = false;
     static INLINE void put(u8* d, Grey p) { store(d, p.v); }
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, to8(p).v); }
@@ -61,7 +62,7 @@ template <Weights k> struct Mono8Writer {
 
 template <Weights k> struct Mono16Writer {
     static constexpr int bytes = 2;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = false;
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, p.a), store(d + N, p.b); }
     static INLINE void put(u8* d, const Apart<Rgb>& p) {
@@ -79,7 +80,7 @@ struct Pairs {
 // U Y0 V Y1 for two pixels.
 struct PairsWriter {
     static constexpr int bytes = 2;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = false;
     static INLINE void put(u8* d, Pairs p) {
         storeHalves(d, {as<Words>(zip<1, 0>(p.chroma, p.luma)), as<Words>(zip<1, 1>(p.chroma, p.luma))});
     }
@@ -92,7 +93,7 @@ struct PairsWriter {
 // The constants after the shift go into the sum, where they keep it positive.
 struct UyvyWriter {
     static constexpr int bytes = 2;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = true;
     static constexpr Weights u{-38, -74, 112, 128 + 128 * 256}, v{112, -94, -18, 128 + 128 * 256},
         y{66, 129, 25, 128 + 16 * 256};
     template <class Colours> static INLINE void put(u8* d, const Apart<Colours>& p) {
@@ -106,6 +107,7 @@ struct UyvyWriter {
     }
     // Grey sources get zero chroma, not a neutral one.
     static INLINE void put(u8* d, Grey p) {
+        if constexpr (separatesAsItLoads) return store2(d, Bytes{}, p.v);
         const Bytes luma = inRow(p.v); // as zip() parts it
         store(d, zip<1, 0>(Bytes{}, luma)), store(d + N, zip<1, 1>(Bytes{}, luma));
     }
@@ -113,7 +115,7 @@ struct UyvyWriter {
 
 template <Order order> struct Rgb48Writer {
     static constexpr int bytes = 6;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = true;
     static INLINE void put(u8* d, Rgb16 p) {
         const Halves first = order == Order::rgb ? p.r : p.b, third = order == Order::rgb ? p.b : p.r;
         store3<2>(d, 6 * L, as<Bytes>(first.a), as<Bytes>(p.g.a), as<Bytes>(third.a));

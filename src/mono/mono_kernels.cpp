@@ -16,7 +16,7 @@ template <Endian endian> constexpr ByOutput<ShiftedRun> fewerBits() {
 
 struct Mono16BigEndian {
     static constexpr int bytes = 2;
-    static constexpr bool keeps = false;
+    static constexpr bool keeps = false, weaves = true;
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, {swapped(p.v.a), swapped(p.v.b)}); }
     static INLINE void put(u8* d, const Apart<DeepBytes>& p) {
         store4(d, p.even.high, p.even.low, p.odd.high, p.odd.low);

@@ -74,6 +74,13 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
 }
 constexpr bool separatesAsItLoads = true;
 
+// Loads that separate and stores that weave take no offset, but move their address on for nothing. Where g++ sees through
+// a few steps of a loop, it makes an address for each of them instead.
+template <bool pixelwise, class Byte> INLINE void moveOn(Byte*& p, size_t bytes) {
+    p += bytes;
+    if constexpr (pixelwise) asm("" : "+r"(p));
+}
+
 using plain::storeQuads;
 // These cores prefetch streams by themselves; whether ours would help was not measured.
 INLINE std::uintptr_t prefetchDistance() { return 0; }

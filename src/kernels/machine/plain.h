@@ -61,6 +61,8 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
     for (int i = 0; i < 4; ++i) store(d + i * N, v[i]);
 }
 
+template <bool, class Byte> INLINE void moveOn(Byte*& p, size_t bytes) { p += bytes; }
+
 constexpr bool separatesAsItLoads = true;
 
 // It is no access to memory, so the address may lie behind the buffer. A distance of 0: not at all.

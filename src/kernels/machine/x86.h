@@ -42,6 +42,7 @@ namespace machine {
 using permutes::load4;
 using plain::load2;
 using plain::loadRow;
+using plain::moveOn;
 using plain::store2;
 using plain::store4;
 using plain::storeRow;
