@@ -55,7 +55,10 @@
 //
 // The words of N bytes: a Split is two vectors, in an order that is the machine's own
 //     widen<shift>(v)      bytes as words, shifted left by 0 to 7
-//     lowBytes(s), highBytes(s), clamp(s)   back to bytes; clamp: signed words to 0..255
+//     sums(a, b), differences(a, b)   a + b, a - b of bytes; of words they are words
+//     sums<k>(a, b, c)     a + k b + c, k being -4 to 4
+//     lowBytes(s), highBytes(s)   back to bytes
+//     clamp<shift>(s)      signed words >> shift, clamped to 0..255; the shift is 0 to 7
 //     inOrder(s)           as Halves
 //     forPairs(w)          each word for two neighbours
 //     pairMeans(s)         of the high bytes of neighbours: (a + b) >> 1

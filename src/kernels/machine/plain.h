@@ -156,9 +156,26 @@ constexpr int splitPart(int i) { return i % 2; }
 constexpr int splitIndex(int i) { return i / 2; }
 
 template <int shift = 0> INLINE Split widen(Bytes v) { return {firstOfPairs(v) << shift, secondOfPairs(v) << shift}; }
+INLINE Split sums(Bytes a, Bytes b) {
+    const Split x = widen(a), y = widen(b);
+    return {x.a + y.a, x.b + y.b};
+}
+INLINE Split differences(Bytes a, Bytes b) {
+    const Split x = widen(a), y = widen(b);
+    return {x.a - y.a, x.b - y.b};
+}
+INLINE Words sums(Words a, Words b) { return a + b; }
+INLINE Words differences(Words a, Words b) { return a - b; }
+template <int k> INLINE Words sums(Words a, Words b, Words c) { return a + c + b * fill(k); }
+template <int k> INLINE Split sums(Bytes a, Bytes b, Bytes c) {
+    const Split x = sums(a, c), y = widen(b);
+    return {x.a + y.a * fill(k), x.b + y.b * fill(k)};
+}
 INLINE Bytes lowBytes(Split s) { return as<Bytes>((s.a & 0xFF) | s.b << 8); }
 INLINE Bytes highBytes(Split s) { return as<Bytes>(s.a >> 8 | (s.b & 0xFF00)); }
-INLINE Bytes clamp(Split s) { return clampPairs(as<Ints>(s.a), as<Ints>(s.b)); }
+template <int shift = 0> INLINE Bytes clamp(Split s) {
+    return clampPairs(as<Ints>(s.a) >> shift, as<Ints>(s.b) >> shift);
+}
 INLINE Halves inOrder(Split s) {
     const Bytes even = as<Bytes>(s.a), odd = as<Bytes>(s.b);
     return {as<Words>(zip<2, 0>(even, odd)), as<Words>(zip<2, 1>(even, odd))};

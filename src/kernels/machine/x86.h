@@ -200,7 +200,11 @@ template <int shift = 0> INLINE Split widen(Bytes v) {
     if constexpr (shift == 0) return plain::widen(v);
     return {weighPairs(v, fillBytePairs(1 << shift, 0)), weighPairs(v, fillBytePairs(0, 1 << shift))};
 }
-INLINE Bytes clamp(Split s) { return clampPairs(as<Ints>(s.a), as<Ints>(s.b)); }
+template <int shift = 0> INLINE Bytes clamp(Split s) {
+    return clampPairs(as<Ints>(s.a) >> shift, as<Ints>(s.b) >> shift);
+}
+using plain::differences;
+using plain::sums;
 
 // Byte pairs of red and blue make one multiply-add, green a multiplication.
 template <Weights k> INLINE Split weigh(Bytes red, Bytes green, Bytes blue) {
