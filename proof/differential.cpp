@@ -159,6 +159,7 @@ private:
         for (const kel::Level level : kel::levels) {
             if (level > kel::highestLevel()) break;
             kel::limitLevel(level);
+            kel::paceLoopsFrom(number % 4 < 2 ? 0 : UINTPTR_MAX);
             Random random(of.seed + static_cast<std::uint64_t>(level));
             std::uint8_t* source = source_.place(of.source, random.below(64), noise_.take(random));
             std::uint8_t* destination =

@@ -19,7 +19,11 @@ Level highestLevel();   // that this machine can run
 Level level();          // in use: the highest, unless it was limited
 void limitLevel(Level); // for tests and benchmarks: use at most this level from now on, in every thread
 
-extern std::uintptr_t prefetchAhead; // by how many bytes this machine wants loops to prefetch; found with the level
+// Found with the level
+extern std::uintptr_t prefetchAhead; // by how many bytes this machine wants loops to prefetch
+extern std::uintptr_t pacedFrom;     // loops that write so many bytes and more go at a pace (kernels/pace.h)
+
+void paceLoopsFrom(std::uintptr_t bytes); // for tests: until a level is chosen again
 
 // Declares a family's kernel table, which is defined once per level, in namespace kel::<level>.
 #define KEL_DECLARE_TABLE(level, condition, Table, name)                                                               \

@@ -4,6 +4,7 @@
 // (`beyond`), whether it separates pixels as it loads them (`separates`), and turns the bytes of N pixels into a block:
 // get(). It touches no other bytes.
 #pragma once
+#include "kernels/pace.h"
 #include "kernels/table.h"
 #include "kernels/writers.h"
 
@@ -53,13 +54,21 @@ template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const 
 
     constexpr size_t atOnce = N < 64 ? 64 / N : 1; // blocks that fill a cache line with bytes
     const std::uintptr_t distance = prefetchDistance();
-    size_t blocks = n / block;
-    for (; blocks >= atOnce; blocks -= atOnce) {
-        prefetch<atOnce * sourceBytes, false>(s, distance);
-        prefetch<atOnce * bytes, true>(d, distance);
-        for (size_t i = 0; i < atOnce; ++i) step();
+    const Pace pace(n * W::bytes);
+    for (size_t turns = n / block / atOnce; turns > 0;) {
+        const u8* const beginning = s + (atOnce * sourceBytes - 1);
+        if (sourceBytes > bytes) pace.ask(s);
+        pace.ask(d);
+        size_t piece = pace.piece<atOnce*(sourceBytes > bytes ? sourceBytes : bytes)>(turns);
+        turns -= piece;
+        for (; piece > 0; --piece) {
+            prefetch<atOnce * sourceBytes, false>(s, distance);
+            prefetch<atOnce * bytes, true>(d, distance);
+            for (size_t i = 0; i < atOnce; ++i) step();
+        }
+        s = pace.await(s, beginning);
     }
-    for (blocks += stepsBack; blocks > 0; --blocks) {
+    for (size_t blocks = n / block % atOnce + stepsBack; blocks > 0; --blocks) {
         if (stepsBack && blocks == 1) d -= back * W::bytes, s -= back * R::bits / 8;
         step();
     }

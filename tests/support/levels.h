@@ -6,10 +6,13 @@
 
 namespace support {
 
-// Limits the library to a level for as long as the object lives.
+// Limits the library to a level for as long as the object lives, and small frames go at the pace of large ones.
 class LevelLimit {
 public:
-    explicit LevelLimit(kel::Level level) { kel::limitLevel(level); }
+    explicit LevelLimit(kel::Level level) {
+        kel::limitLevel(level);
+        kel::paceLoopsFrom(0);
+    }
     ~LevelLimit() { kel::limitLevel(kel::highestLevel()); }
     LevelLimit(const LevelLimit&) = delete;
     LevelLimit& operator=(const LevelLimit&) = delete;

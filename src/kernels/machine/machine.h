@@ -27,6 +27,7 @@
 //     moveOn<pixelwise>(p, bytes)      p += bytes, in a loop; pixelwise: one of the loads or stores above uses p
 //     prefetch<bytes, forWriting>(p)   asks for what a loop at p reads or writes some blocks later; small loops pass
 //                                      prefetchDistance(), which they took before
+//     pacesLoops                       whether loops may be better off without prefetching, in pieces (kernels/pace.h)
 //     separatesAsItLoads               whether load2, load3 and load4 cost no more than loads. Then even and odd columns
 //                                      of mosaics are kept apart (Apart).
 //

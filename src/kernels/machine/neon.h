@@ -73,6 +73,7 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
     vst1q_u8_x4(d, row);
 }
 constexpr bool separatesAsItLoads = true;
+constexpr bool pacesLoops = false; // not measured
 
 // Loads that separate and stores that weave take no offset, but move their address on for nothing. Where g++ sees through
 // a few steps of a loop, it makes an address for each of them instead.

@@ -64,6 +64,7 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
 template <bool, class Byte> INLINE void moveOn(Byte*& p, size_t bytes) { p += bytes; }
 
 constexpr bool separatesAsItLoads = true;
+constexpr bool pacesLoops = true;
 
 // It is no access to memory, so the address may lie behind the buffer. A distance of 0: not at all.
 INLINE std::uintptr_t prefetchDistance() { return __atomic_load_n(&prefetchAhead, __ATOMIC_RELAXED); }

@@ -47,6 +47,7 @@ using plain::store2;
 using plain::store4;
 using plain::storeRow;
 constexpr bool separatesAsItLoads = false;
+using plain::pacesLoops;
 
 #if defined(KEL_AVX2)
 using avx2::load3;
