@@ -52,7 +52,7 @@ constexpr BayerKernels bayerKernels{
     .raw8Yuv422 = filteredMosaics<PairFilter>(mono8 + colour8 + mono16),
     .raw10p = deepMosaics<Samples10p>(),
     .raw12p = deepMosaics<Samples12p>(),
-    .raw12 = mosaics2x2<Top12Packed>(mono8 + colour8 + mono16),
+    .raw12 = mosaics2x2<std::conditional_t<separatesAsItLoads, Apart12Packed, Top12Packed>>(mono8 + colour8 + mono16),
     .raw16 = mosaics2x2<Raw16FirstByte>(mono8 + colour8),
     .raw16Shifted = {shifted16<Endian::little>(), shifted16<Endian::big>()},
     .raw8ToGreyBgr24 = mosaic2x2Kernel<Raw8Samples, GreyBgr24>,

@@ -52,13 +52,17 @@ INLINE auto greenSite(const Three<Column>& up, const Three<Column>& row, const T
     return redRow ? colours(own, green, other) : colours(other, green, own);
 }
 
-// c: the first of a block of pixels; siteFirst: whether it is a site of the row's own colour.
-template <bool redRow, bool siteFirst> INLINE auto demosaic3x3(const u8* c, ptrdiff_t pitch) {
-    const Threes<Column> up(c - pitch), row(c), down(c + pitch);
+// siteFirst: whether the first of a block of pixels is a site of the row's own colour.
+template <bool redRow, bool siteFirst>
+INLINE auto demosaic3x3(const Threes<Column>& up, const Threes<Column>& row, const Threes<Column>& down) {
     if constexpr (siteFirst)
         return Apart{colouredSite<redRow>(up.even, row.even, down.even), greenSite<redRow>(up.odd, row.odd, down.odd)};
     else
         return Apart{greenSite<redRow>(up.even, row.even, down.even), colouredSite<redRow>(up.odd, row.odd, down.odd)};
+}
+// c: the first of a block.
+template <bool redRow, bool siteFirst> INLINE auto demosaic3x3(const u8* c, ptrdiff_t pitch) {
+    return demosaic3x3<redRow, siteFirst>(Threes<Column>(c - pitch), Threes<Column>(c), Threes<Column>(c + pitch));
 }
 constexpr size_t block3x3 = 2 * pixelsIn<Column>;
 
@@ -71,10 +75,27 @@ __attribute__((noinline)) void narrowRow3x3(u8* d, const u8* s, size_t width, co
     putPart(write, d + W::bytes, demosaic3x3<redRow, siteFirst>(rows + pitch + 1, pitch), width - 2);
 }
 
+// The blocks from column 1 on that end before the last column, with an address for each of the rows' two loads.
+template <bool redRow, bool siteFirst, class W>
+INLINE void wholeBlocks3x3(u8* d, const u8* s, size_t width, const W& write) {
+    struct Walk {
+        const u8 *left, *right;
+        INLINE explicit Walk(const u8* c) : left(c - 1), right(c - 1) { stepOn(2, right); }
+        INLINE Threes<Column> here() const { return {left, right}; }
+    };
+    Walk up(s + 1 - width), row(s + 1), down(s + 1 + width);
+    RowSink<W> to{d + W::bytes, write};
+    for (size_t blocks = (width - 2) / block3x3; blocks > 0; --blocks) {
+        to.put(0, demosaic3x3<redRow, siteFirst>(up.here(), row.here(), down.here()));
+        stepOn(block3x3, up.left, up.right, row.left, row.right, down.left, down.right), to.stepOn(block3x3);
+    }
+}
+
 template <bool redRow, bool siteFirst, class W> INLINE void row3x3(u8* d, const u8* s, size_t width, const W& write) {
     if (width >= block3x3 + 2) {
         const size_t last = width - 1 - block3x3; // the last block steps back; all of them begin at an odd column
-        for (size_t x = 1;; x = x + block3x3 < last ? x + block3x3 : last) {
+        if constexpr (movesAsItLoads) wholeBlocks3x3<redRow, siteFirst>(d, s, width, write);
+        for (size_t x = movesAsItLoads ? last : 1;; x = x + block3x3 < last ? x + block3x3 : last) {
             write.put(d + x * W::bytes, demosaic3x3<redRow, siteFirst>(s + x, static_cast<ptrdiff_t>(width)));
             if (x == last) break;
         }

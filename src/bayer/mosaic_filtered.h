@@ -29,7 +29,7 @@ struct YuvLine {
 //   V = ((128 R - 107 G - 21 B) >> 8) + 128
 // 128 does not fit a signed weight, -128 does: U and V come from the negated sums s as (128 * 256 - s) >> 8.
 struct YuvLineSink {
-    const YuvLine& line;
+    YuvLine line;
 
     static constexpr Weights u{43, 85, -128, 0}, v{-128, 107, 21, 0};
 
@@ -42,6 +42,7 @@ struct YuvLineSink {
         store(line.y + x, grey<bt601>(p)), store(line.u + x, chroma<u>(p)), store(line.v + x, chroma<v>(p));
     }
     template <class Colours> INLINE void putPart(size_t x, const Colours& p, size_t) const { put(x, p); }
+    INLINE void stepOn(size_t pixels) { kel::stepOn(pixels, line.y, line.u, line.v); }
 
 private:
     template <Weights k, class Colours> static INLINE Bytes chroma(const Colours& p) {

@@ -111,34 +111,129 @@ template <int block> constexpr size_t lastBlock(size_t width) {
     return width < block ? 0 : (width - block + 1) / 2 * 2;
 }
 
+// What a sink takes: not all know what the pixels of a mosaic have in common.
+template <class Sink, class Block> INLINE Block blockFor(const Block& block) { return block; }
+template <class Sink, bool redIsEven> INLINE auto blockFor(const MosaicPair<redIsEven>& pair) {
+    if constexpr (requires { requires Sink::takesPairs; })
+        return pair;
+    else
+        return static_cast<const Apart<Rgb>&>(pair);
+}
+
 // The last n pixels of a row, less than a block, through buffers. (Arguments by value keep their originals in registers.)
 template <class S, class Sink, class Rule>
 __attribute__((noinline)) void endOfRow2x2(RowPair row, size_t x, size_t n, S read, Sink sink, Rule rule) {
-    constexpr size_t size = S::bits / 8;
-    alignas(N) u8 first[(samplesAtOnce<S> + 1) * size] = {}, second[(samplesAtOnce<S> + 1) * size] = {};
+    constexpr size_t size = bytesOf<S>(samplesAtOnce<S> + 2);
+    alignas(N) u8 first[size] = {}, second[size] = {};
     const auto copy = [n](u8* d, const u8* s) {
-        std::memcpy(d, s, n * size);
-        std::memcpy(d + n * size, s + (n - 2) * size, size); // as in next()
+        std::memcpy(d, s, bytesOf<S>(n));
+        std::memcpy(d + bytesOf<S>(n), s + bytesOf<S>(n - 2), bytesOf<S>(S::bits % 8 == 0 ? 1 : 2)); // as in next()
     };
     const RowPair from = row.from<S>(x);
     copy(first, from.first), copy(second, from.second);
-    sink.putPart(x, rule(blocksAt({first, second}, read)), n);
+    sink.putPart(x, blockFor<Sink>(rule(blocksAt({first, second}, read))), n);
+}
+
+template <class... Byte> INLINE void stepOn(size_t bytes, Byte*&... p) { (moveOn<true>(p, bytes), ...); }
+
+// A row's samples and those one column to the right of them, each from an address of its own. Those of packed samples have
+// one where two samples end.
+template <class S> class Columns {
+public:
+    INLINE explicit Columns(const u8* row) : here_(row), next_(row) {
+        kel::stepOn(packed ? S::bits / 4 : S::bits / 8, next_);
+    }
+    INLINE auto samples(const S& read) const { return read.template samples<0>(here_); }
+    INLINE auto next(const S& read, const SamplesOf<S>& samples) const {
+        const SamplesOf<S> v = read.template samples<0>(next_);
+        if constexpr (packed)
+            return SamplesOf<S>{samples.odd, v.even};
+        else
+            return v;
+    }
+    INLINE void stepOn() { kel::stepOn(bytesOf<S>(samplesAtOnce<S>), here_, next_); }
+
+private:
+    static constexpr bool packed = S::bits % 8 != 0;
+    const u8 *here_, *next_;
+};
+
+// The blocks in front of the last one: while they end before column `end`.
+template <bool prefetches, class S, class Sink, class Rule>
+INLINE void frontBlocks2x2(RowPair row, size_t end, const S& read, const Sink& sink, const Rule& rule) {
+    constexpr size_t block = samplesAtOnce<S>;
+    if constexpr (movesAsItLoads) {
+        Columns<S> first(row.first), second(row.second);
+        Sink to = sink;
+        for (size_t blocks = (end - 1) / block; blocks > 0; --blocks) {
+            const auto a = first.samples(read), c = second.samples(read);
+            to.put(0, blockFor<Sink>(rule(Blocks<SamplesOf<S>>{a, first.next(read, a), c, second.next(read, c)})));
+            first.stepOn(), second.stepOn();
+            to.stepOn(block);
+        }
+    } else {
+        for (size_t x = 0; x + block < end; x += block) {
+            if constexpr (prefetches) prefetch<block * S::bits / 8, false>(row.lower + bytesOf<S>(x));
+            sink.put(x, blockFor<Sink>(rule(blocksAt(row.from<S>(x), read))));
+        }
+    }
 }
 
 template <class S, class Sink, class Rule>
-INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
+INLINE void lastBlock2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
     constexpr size_t block = samplesAtOnce<S>;
-    for (size_t x = 0; x + block < width; x += block) {
-        prefetch<block * S::bits / 8, false>(row.lower + bytesOf<S>(x));
-        sink.put(x, rule(blocksAt(row.from<S>(x), read)));
-    }
     const size_t x = lastBlock<block>(width);
     if (width - x < block) return endOfRow2x2(row, x, width - x, read, sink, rule);
-    sink.put(x, rule(lastBlocksAt(row.from<S>(x), read)));
+    sink.put(x, blockFor<Sink>(rule(lastBlocksAt(row.from<S>(x), read))));
+}
+template <class S, class Sink, class Rule>
+INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
+    frontBlocks2x2<true>(row, width, read, sink, rule);
+    lastBlock2x2(row, width, read, sink, rule);
+}
+
+// Two rows of pixels at once, from three of samples. `middleFirst`: both blocks begin with the middle row.
+template <bool middleFirst> struct RowTriple {
+    const u8 *top, *middle, *bottom;
+
+    template <bool lower> INLINE RowPair pair() const {
+        const u8* other = lower ? bottom : top;
+        return middleFirst ? RowPair{middle, other} : RowPair{other, middle};
+    }
+};
+template <bool middleFirst, class S, class Sink, class Rule>
+INLINE void frontBlocks2x2(RowTriple<middleFirst> row, size_t end, const S& read, Sink upper, Sink lower,
+                           const Rule& rule) {
+    constexpr size_t block = samplesAtOnce<S>;
+    Columns<S> top(row.top), middle(row.middle), bottom(row.bottom);
+    for (size_t blocks = (end - 1) / block; blocks > 0; --blocks) {
+        using Samples = SamplesOf<S>;
+        const Samples a = top.samples(read), b = top.next(read, a), c = middle.samples(read), d = middle.next(read, c);
+        const Samples e = bottom.samples(read), f = bottom.next(read, e);
+        const auto pixels = [&](const Samples& other, const Samples& otherNext) {
+            return rule(middleFirst ? Blocks<Samples>{c, d, other, otherNext}
+                                    : Blocks<Samples>{other, otherNext, c, d});
+        };
+        upper.put(0, blockFor<Sink>(pixels(a, b))), lower.put(0, blockFor<Sink>(pixels(e, f)));
+        top.stepOn(), middle.stepOn(), bottom.stepOn(), upper.stepOn(block), lower.stepOn(block);
+    }
+}
+// `more`: more of the image follows the rows. Then what is right of a row is the first sample of the next, and the pixel
+// that comes of it is put right.
+template <bool middleFirst, class S, class Sink, class Rule>
+INLINE void rows2x2(RowTriple<middleFirst> row, size_t width, bool more, const S& read, const Sink& upper,
+                    const Sink& lower, const Rule& rule) {
+    const bool whole = more && width % samplesAtOnce<S> == 0 && Sink::repeats;
+    frontBlocks2x2(row, width + whole, read, upper, lower, rule);
+    if (whole) return upper.repeatLast(width), lower.repeatLast(width);
+    for (const bool isLower : {false, true})
+        lastBlock2x2(isLower ? row.template pair<true>() : row.template pair<false>(), width, read,
+                     isLower ? lower : upper, rule);
 }
 
 // The sink that packs a row of pixels into memory.
 template <class W> struct RowSink {
+    static constexpr bool takesPairs = requires { W::takesPairs; };
     u8* d;
     W write;
 
@@ -148,6 +243,12 @@ template <class W> struct RowSink {
     }
     template <class Block> INLINE void putPart(size_t x, const Block& block, size_t n) const {
         kel::putPart(write, d + x * W::bytes, block, n);
+    }
+    INLINE void stepOn(size_t pixels) { kel::stepOn(pixels * W::bytes, d); }
+    // Of a row, where pixels are whole bytes of their own.
+    static constexpr bool repeats = !std::is_same_v<W, UyvyWriter>;
+    INLINE void repeatLast(size_t width) const {
+        std::memcpy(d + (width - 1) * W::bytes, d + (width - 2) * W::bytes, W::bytes);
     }
 };
 

@@ -20,8 +20,9 @@ template <class Column> struct Three { Column left, here, right; };
 template <class Column> struct Threes {
     Three<Column> even, odd;
 
-    INLINE explicit Threes(const u8* c) {
-        separate(c - 1, even.left, even.here), separate(c + 1, even.right, odd.right);
+    INLINE explicit Threes(const u8* c) : Threes(c - 1, c + 1) {}
+    INLINE Threes(const u8* l, const u8* r) {
+        separate(l, even.left, even.here), separate(r, even.right, odd.right);
         odd.left = even.here, odd.here = even.right;
     }
 };

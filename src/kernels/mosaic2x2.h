@@ -42,13 +42,15 @@ template <> struct Demosaic2x2<Halves> {
 
 // Columns apart: red is left in all even blocks and in no odd one, or the other way round.
 template <bool redIsEven> struct DemosaicApart {
-    template <class Samples> INLINE auto operator()(const Blocks<Apart<Samples>>& s) const {
-        return Apart{pixels<redIsEven>(s.a, s.c), pixels<!redIsEven>(s.b, s.d)};
-    }
+    INLINE auto operator()(const Blocks<Apart<Words>>& s) const { return pair(s); }
+    INLINE auto operator()(const Blocks<Apart<Bytes>>& s) const { return MosaicPair<redIsEven>{pair(s)}; }
 
 private:
     static INLINE Rgb colours(Bytes r, Bytes g, Bytes b) { return {r, g, b}; }
     static INLINE RgbWords colours(Words r, Words g, Words b) { return {r, g, b}; }
+    template <class Samples> static INLINE auto pair(const Blocks<Apart<Samples>>& s) {
+        return Apart{pixels<redIsEven>(s.a, s.c), pixels<!redIsEven>(s.b, s.d)};
+    }
     template <bool redLeft, class Samples>
     static INLINE auto pixels(const Apart<Samples>& redRow, const Apart<Samples>& blueRow) {
         if constexpr (redLeft) return colours(redRow.even, mean(redRow.odd, blueRow.even), blueRow.odd);
@@ -71,6 +73,13 @@ INLINE RowPair redFirst(const u8* top, const u8* bottom, size_t y, unsigned phas
 // The same of a source with rows of `pitch` bytes.
 INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
     return redFirst(s + y * pitch, s + (y + 1) * pitch, y, phase);
+}
+
+// Of two rows at once, which share one row of samples, whose colour may be common to both: for luma, where columns are kept
+// apart.
+template <class W> constexpr size_t rowsAtOnce = separatesAsItLoads&& RowSink<W>::takesPairs ? 2 : 1;
+template <class F> INLINE void withRowTriples(unsigned phase, const F& f) {
+    phase / 2 % 2 == 0 ? f(RowTriple<false>()) : f(RowTriple<true>());
 }
 
 // ---- Lines. Every sample is wanted four times: by two rows, at x and at x + 1. Where it costs more than a load to get it,
@@ -113,8 +122,8 @@ struct RowUnpacker {
 };
 // The next samples of a row.
 template <class S> INLINE auto unpacked(const S& read, const u8* s) {
-    if constexpr (separatesAsItLoads && requires { S::apart(s); })
-        return S::apart(s);
+    if constexpr (separatesAsItLoads && requires { read.apart(s); })
+        return read.apart(s);
     else
         return read.template samples<0>(s);
 }
@@ -127,7 +136,7 @@ template <class S> void unpackRow(u8* line, const u8* s, size_t n, const void* r
     u8* to = line;
     const auto step = [&] {
         Line::put(to, unpacked(read, from));
-        from += sourceBytes, to += block * Line::size;
+        stepOn(sourceBytes, from), stepOn(block * Line::size, to);
     };
     constexpr size_t atOnce = N < 64 ? 64 / N : 1; // so that one prefetch does for a cache line
     size_t blocks = n / block;
@@ -162,27 +171,46 @@ __attribute__((noinline)) void strip2x2(u8* d, const u8* s, size_t width, size_t
                                         MosaicStrip strip, RowUnpacker row, W write) {
     using Line = kel::Line<Samples>;
     constexpr size_t block = pixelsIn<Samples>;
-    alignas(N) u8 lines[2][Line::bytes];
+    constexpr size_t lineCount = rowsAtOnce<W> + 1;
+    alignas(N) u8 lines[lineCount][Line::bytes];
     const size_t sourcePitch = width * row.bits / 8, pitch = width * W::bytes;
     s += strip.x * row.bits / 8, d += strip.x * W::bytes;
     const size_t last = lastBlock<block>(strip.n), pixelsInLast = strip.n - last;
-    const auto unpack = [&](size_t y) {
-        u8* line = lines[y % 2];
+    const auto unpack = [&](u8* line, size_t y) {
         row.unpack(line, s + y * sourcePitch, strip.last ? strip.n : strip.n + 1, row.reader);
-        if (pixelsInLast < block) Line::endAt(line, last + block), Line::endAt(line, strip.n); // so far vectors read
+        if (pixelsInLast < block) Line::endAt(line, last + block); // so far vectors read
+        if (strip.last) Line::endAt(line, strip.n);
     };
-    unpack(0);
+    const bool whole = strip.n % block == 0;
+    unpack(lines[0], 0);
     withDemosaic<Samples>(phase, [&](const auto& demosaic) {
-        for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
-            unpack(y + 1);
-            const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
-            const RowSink<W> sink{d, write};
-            const auto pixels = [&](size_t x) { return demosaic(blocksAt(rows.from<Line>(x), Line())); };
-            for (size_t x = 0; x + block < strip.n + !strip.last; x += block) sink.put(x, pixels(x));
-            if (pixelsInLast < block)
-                sink.putPart(last, pixels(last), pixelsInLast);
-            else if (strip.last)
-                sink.put(last, demosaic(lastBlocksAt(rows.from<Line>(last), Line())));
+        const auto finish = [&](RowPair rows, const RowSink<W>& sink) {
+            const auto pixels = blockFor<RowSink<W>>(demosaic(blocksAt(rows.from<Line>(last), Line())));
+            pixelsInLast < block ? sink.putPart(last, pixels, pixelsInLast) : sink.put(last, pixels);
+        };
+        if constexpr (rowsAtOnce<W> == 2) {
+            withRowTriples(phase, [&](auto rows) {
+                u8 *top = lines[0], *bottom = lines[2];
+                for (size_t y = 0; y + 1 < height; y += 2, d += 2 * pitch) {
+                    const bool more = y + 2 < height;
+                    unpack(lines[1], y + 1);
+                    if (more) unpack(bottom, y + 2);
+                    rows.top = top, rows.middle = lines[1], rows.bottom = more ? bottom : top;
+                    const RowSink<W> upper{d, write}, lower{d + pitch, write};
+                    frontBlocks2x2(rows, strip.n + 1, Line(), upper, lower, demosaic);
+                    if (!whole) finish(rows.template pair<false>(), upper), finish(rows.template pair<true>(), lower);
+                    u8* const next = bottom;
+                    bottom = top, top = next;
+                }
+            });
+        } else {
+            for (size_t y = 0; y + 1 < height; ++y, d += pitch) {
+                unpack(lines[(y + 1) % 2], y + 1);
+                const RowPair rows = redFirst(lines[y % 2], lines[(y + 1) % 2], y, phase);
+                const RowSink<W> sink{d, write};
+                frontBlocks2x2<false>(rows, strip.n + 1, Line(), sink, demosaic);
+                if (!whole) finish(rows, sink);
+            }
         }
     });
 }
@@ -196,6 +224,17 @@ INLINE void mosaic2x2(u8* d, const u8* s, size_t width, size_t height, unsigned 
             strip2x2<LineSamples<S>>(d, s, width, height, phase, strip, {S::bits, &read, unpackRow<S>}, write);
             x += strip.n;
         }
+    } else if constexpr (rowsAtOnce<W> == 2) {
+        withDemosaic<SamplesOf<S>>(phase, [&](const auto& demosaic) {
+            withRowTriples(phase, [&](auto rows) {
+                for (size_t y = 0; y + 1 < height; y += 2) {
+                    rows.top = s + y * sourcePitch, rows.middle = rows.top + sourcePitch;
+                    rows.bottom = y + 2 < height ? rows.middle + sourcePitch : rows.top; // for what is copied over
+                    const RowSink<W> upper{d + y * pitch, write}, lower{upper.d + pitch, write};
+                    rows2x2(rows, width, y + 3 < height, read, upper, lower, demosaic);
+                }
+            });
+        });
     } else {
         withDemosaic<SamplesOf<S>>(phase, [&](const auto& demosaic) {
             for (size_t y = 0; y + 1 < height; ++y)
@@ -235,6 +274,8 @@ constexpr ByOutput<Kernel> mosaicTable(Set outputs, KernelFor) {
 
 template <class S, class W>
 void shiftedMosaic2x2Kernel(u8* d, const u8* s, size_t width, size_t height, unsigned phase, int shift) {
+    if constexpr (separatesAsItLoads && requires { typename S::Unshifted; })
+        if (shift == 0) return mosaic2x2(d, s, width, height, phase, typename S::Unshifted(), MosaicWriter<W>());
     mosaic2x2(d, s, width, height, phase, MosaicReader<S>(shift), MosaicWriter<W>());
 }
 

@@ -145,6 +145,11 @@ template <> struct AlternatingWriter<Rgb24Writer<Order::bgr>> : Rgb24Writer<Orde
 
 template <class S> struct ApartReader { using Type = S; };
 template <> struct ApartReader<PlainSamples<Bytes>> { using Type = PlainSamples<Apart<Bytes>>; };
+template <class S>
+requires requires { typename S::WithColumnsApart; }
+struct ApartReader<S> {
+    using Type = typename S::WithColumnsApart;
+};
 template <class S> struct ApartReader<DeepSamples<S>> { using Type = S; };
 
 template <class S> using MosaicReader = std::conditional_t<separatesAsItLoads, typename ApartReader<S>::Type, S>;

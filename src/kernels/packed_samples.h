@@ -89,6 +89,17 @@ struct Top12Packed : Reader<12> {
     }
 };
 
+// The same from images of even width, where columns are separated as they are loaded.
+struct Apart12Packed : Reader<12> {
+    static constexpr int group = 2;
+    static constexpr bool unpackOnce = false;
+    template <int from> static INLINE Apart<Bytes> samples(const u8* s) {
+        const Apart<Bytes> v = Top12Packed::apart(s);
+        if constexpr (from == 0) return v;
+        return {v.odd, Top12Packed::apart(s + 3).even};
+    }
+};
+
 struct Samples12Packed : Reader<12> {
     static constexpr bool separates = true;
     static constexpr int group = 2;

@@ -49,10 +49,18 @@ template <class Block> Apart(Block, Block) -> Apart<Block>;
 template <class Block> constexpr bool isApart = false;
 template <class Block> constexpr bool isApart<Apart<Block>> = true;
 
+// Of a mosaic, where the even and the odd pixel of a pair take one colour from the same sample, in the odd column: blue
+// if red stands in the even ones, else red.
+template <bool redIsEven> struct MosaicPair : Apart<Rgb> {
+    INLINE Bytes common() const { return redIsEven ? even.b : even.r; }
+    static INLINE Bytes other(const Rgb& p) { return redIsEven ? p.r : p.b; }
+};
+
 template <class Block> constexpr int pixelsIn = N;
 template <> constexpr int pixelsIn<Words> = N / 2;
 template <> constexpr int pixelsIn<RgbWords> = N / 2;
 template <class Block> constexpr int pixelsIn<Apart<Block>> = 2 * pixelsIn<Block>;
+template <bool redIsEven> constexpr int pixelsIn<MosaicPair<redIsEven>> = 2 * N;
 
 // In a row again: half of them, or all.
 template <int half> INLINE Grey inRow(const Apart<Grey>& p) { return {byTurns<half>(p.even.v, p.odd.v)}; }
@@ -85,6 +93,25 @@ template <Weights k> INLINE Split weigh(const Rgb& p) { return weigh<k>(p.r, p.g
 // The sums of 16-bit channels, >> 8.
 template <Weights k> INLINE Halves weigh(const Rgb16& p) {
     return {weigh<k>(p.r.a, p.g.a, p.b.a), weigh<k>(p.r.b, p.g.b, p.b.b)};
+}
+
+// The sums of both pixels: the common colour is weighed once, and then added to the others.
+template <Weights k, bool redIsEven> INLINE Apart<Split> weighInParts(const MosaicPair<redIsEven>& p) {
+    constexpr int sign = k.g < 0 ? -1 : 1, common = redIsEven ? k.b : k.r, other = redIsEven ? k.r : k.b;
+    const Split product = products < common < 0 ? -common : common > (p.common());
+    const Split part = (common < 0 ? Split{} - product : product) + k.add;
+    const auto sum = [&](const Rgb& q) {
+        const Split others = products<sign * k.g, sign * other>(q.g, p.other(q));
+        return sign > 0 ? part + others : part - others;
+    };
+    return {sum(p.even), sum(p.odd)};
+}
+// Where nothing is to be added, it takes no more instructions to weigh it twice, and less registers.
+template <Weights k, bool redIsEven> INLINE Apart<Split> weigh(const MosaicPair<redIsEven>& p) {
+    if constexpr (k.add != 0) return weighInParts<k>(p);
+    constexpr int common = redIsEven ? k.b : k.r, other = redIsEven ? k.r : k.b;
+    const auto sum = [&](const Rgb& q) { return products<k.g, other, common>(q.g, p.other(q), p.common()); };
+    return {sum(p.even), sum(p.odd)};
 }
 template <Weights k> INLINE Words weigh(const RgbWords& p) { return weigh<k>(p.r, p.g, p.b); }
 

@@ -151,6 +151,10 @@ struct Split {
     Words a, b;
 };
 
+INLINE Split operator+(Split s, int k) { return k == 0 ? s : Split{s.a + fill(k), s.b + fill(k)}; }
+INLINE Split operator-(Split s, Split t) { return {s.a - t.a, s.b - t.b}; }
+INLINE Split operator+(Split s, Split t) { return {s.a + t.a, s.b + t.b}; }
+
 // Words of two vectors that are to be weighed together.
 struct WordPairs {
     Words a, b;

@@ -48,12 +48,17 @@ template <Weights k, class Colours> INLINE Bytes grey(const Colours& p) { return
 template <Weights k> struct Mono8Writer {
     static constexpr int bytes = 1;
     static constexpr bool keeps = false, weaves = false;
+    static constexpr bool takesPairs = true;
     static INLINE void put(u8* d, Grey p) { store(d, p.v); }
     static INLINE void put(u8* d, Grey16 p) { store(d, to8(p).v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, to8(p).v); }
     static INLINE void put(u8* d, const Rgb& p) { store(d, grey<k>(p)); }
     static INLINE void put(u8* d, const Apart<Grey>& p) { store2(d, p.even.v, p.odd.v); }
     static INLINE void put(u8* d, const Apart<Rgb>& p) { store2(d, grey<k>(p.even), grey<k>(p.odd)); }
+    template <bool redIsEven> static INLINE void put(u8* d, const MosaicPair<redIsEven>& p) {
+        const Apart<Split> s = weigh<k>(p);
+        store2(d, highBytes(s.even), highBytes(s.odd));
+    }
     static INLINE void put(u8* d, const Apart<RgbWords>& p) {
         store(d, highBytesByTurns(weigh<k>(p.even), weigh<k>(p.odd)));
     }
@@ -63,10 +68,16 @@ template <Weights k> struct Mono8Writer {
 template <Weights k> struct Mono16Writer {
     static constexpr int bytes = 2;
     static constexpr bool keeps = false, weaves = false;
+    static constexpr bool takesPairs = true;
     static INLINE void put(u8* d, Grey16 p) { storeHalves(d, p.v); }
     static INLINE void put(u8* d, GreyRow16 p) { store(d, p.a), store(d + N, p.b); }
     static INLINE void put(u8* d, const Apart<Rgb>& p) {
         const Halves even = inOrder(weigh<k>(p.even)), odd = inOrder(weigh<k>(p.odd));
+        store2(d, even.a, odd.a), store2(d + 2 * N, even.b, odd.b);
+    }
+    template <bool redIsEven> static INLINE void put(u8* d, const MosaicPair<redIsEven>& p) {
+        const Apart<Split> s = weighInParts<k>(p);
+        const Halves even = inOrder(s.even), odd = inOrder(s.odd);
         store2(d, even.a, odd.a), store2(d + 2 * N, even.b, odd.b);
     }
     static INLINE void put(u8* d, const Apart<RgbWords>& p) { store2(d, weigh<k>(p.even), weigh<k>(p.odd)); }
@@ -96,6 +107,12 @@ struct UyvyWriter {
     static constexpr bool keeps = false, weaves = true;
     static constexpr Weights u{-38, -74, 112, 128 + 128 * 256}, v{112, -94, -18, 128 + 128 * 256},
         y{66, 129, 25, 128 + 16 * 256};
+    static constexpr bool takesPairs = true;
+    template <bool redIsEven> static INLINE void put(u8* d, const MosaicPair<redIsEven>& p) {
+        const auto shared = [](const Apart<Split>& s) { return mean(highBytes(s.even), highBytes(s.odd)); };
+        const Apart<Split> luma = weigh<y>(p);
+        store4(d, shared(weigh<u>(p)), highBytes(luma.even), shared(weigh<v>(p)), highBytes(luma.odd));
+    }
     template <class Colours> static INLINE void put(u8* d, const Apart<Colours>& p) {
         const auto shared = [](Split even, Split odd) { return mean(highBytes(even), highBytes(odd)); };
         store4(d, shared(weigh<u>(p.even), weigh<u>(p.odd)), highBytes(weigh<y>(p.even)),

@@ -78,6 +78,10 @@ const char* inMemory(Random& random) {
     KEL_COMPARE(stored([&](u8* d) { m::store4(d, a, b, c, a); }))
     KEL_COMPARE(planes([&](Planes& p) { m::load3(s, p.a, p.b, p.c); }))
     KEL_COMPARE(planes([&](Planes& p) { m::load4(s, p.a, p.b, p.c); }))
+    KEL_COMPARE(stored([&](u8* d) {
+        Bytes v[4];
+        m::load4(s, v), m::store4(d, v[3], v[1], v[0], v[2]);
+    }))
     KEL_COMPARE(stored([&](u8* d) { m::store3<1>(d, 3 * L, a, b, c); }))
     KEL_COMPARE(stored([&](u8* d) { m::store3<1>(d, 3 * L, a); }))
     KEL_COMPARE(stored([&](u8* d) { m::store3<2>(d, 6 * L, a, b, c), m::store3<2>(d + 3 * L, 6 * L, b, c, a); }))
@@ -111,6 +115,7 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE(m::place(a, [](int i) { return i % 3 == 1 ? -1 : (5 * i + 2) % L; }))
     KEL_COMPARE(m::lowBytes(Halves{v, w}))
     KEL_COMPARE(m::highBytes(Halves{v, w}))
+    KEL_COMPARE(m::highBytes(a, b, as<Bytes>(v)[0] % 8))
     KEL_COMPARE(m::inRow(a))
     KEL_COMPARE(m::shiftUp(w, a[0] % 16))
     KEL_COMPARE(m::lookUp(a, b, as<Bytes>(w) % (2 * L)))
@@ -163,6 +168,9 @@ const char* ofSplits(Random& random) {
     KEL_COMPARE(m::pairMeans(KEL_SPLIT(words)))
     KEL_COMPARE(m::luma<bt601>(r, g, b))
     KEL_COMPARE(m::luma<bt709>(r, g, b))
+    KEL_COMPARE(m::inOrder(m::products<77>(r)))
+    KEL_COMPARE(m::inOrder(m::products<184, -128>(g, b)))
+    KEL_COMPARE(m::inOrder(m::products<150, 77, 29>(g, r, b)))
     KEL_COMPARE(m::inOrder(m::weigh<bt709>(r, g, b)))
     KEL_COMPARE(m::inOrder(m::weigh<chroma>(r, g, b)))
     KEL_COMPARE(m::inOrder(m::weigh<negative>(r, g, b)))

@@ -18,6 +18,7 @@
 //     store4(d, v, w, x, y)            as quadruples of bytes
 //     load3(s, a, b, c)                three planes out of pixels of 3 bytes
 //     load4(s, a, b, c)                three planes out of pixels of 4 bytes, without the fourth
+//     load4(s, v)                      four vectors out of quadruples of bytes, without lanes
 //     store3<unit>(d, step, a, b, c)   one vector of each plane as triples of elements of `unit` bytes
 //     store3of4(d, a, b, c)            as quadruples of bytes; the fourth byte in memory is kept
 //     loadRow(s, v), storeRow(d, v)    four vectors that lie side by side
@@ -30,6 +31,8 @@
 //     pacesLoops                       whether loops may be better off without prefetching, in pieces (kernels/pace.h)
 //     separatesAsItLoads               whether load2, load3 and load4 cost no more than loads. Then even and odd columns
 //                                      of mosaics are kept apart (Apart).
+//     movesAsItLoads                   whether these move their addresses on at no cost. Then loops over mosaics keep one
+//                                      for each row, and not one index for all
 //
 // Bytes and words
 //     place(v, at)         within each lane, at positions that the compiler knows; those below 0 make 0
@@ -43,6 +46,7 @@
 //     swapped(w)           words in the other byte order
 //     times(w, k)          words times a constant
 //     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows
+//     highBytes(h, l, by)  of words 256 h + l, shifted left by 0 to 7
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
@@ -64,6 +68,8 @@
 //     forPairs(w)          each word for two neighbours
 //     pairMeans(s)         of the high bytes of neighbours: (a + b) >> 1
 //     splitPart(i), splitIndex(i)   where word i is: 0 or 1 for a or b, and the index
+//     products<j, k...>(v, w...)   j v + k w ..., modulo 2^16, of one to three vectors of bytes, with weights from -255
+//                          to 255, the first one positive
 //     weigh<k>(r, g, b)    k.r R + k.g G + k.b B + k.add, modulo 2^16, of bytes; the weights of R and B are signed bytes
 //
 // Words weighed in 32 bits

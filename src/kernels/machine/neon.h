@@ -46,6 +46,10 @@ INLINE void load4(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
     const uint8x16x4_t v = vld4q_u8(s);
     a = as<Bytes>(v.val[0]), b = as<Bytes>(v.val[1]), c = as<Bytes>(v.val[2]);
 }
+INLINE void load4(const u8* s, Bytes (&v)[4]) {
+    const uint8x16x4_t quads = vld4q_u8(s);
+    for (int i = 0; i < 4; ++i) v[i] = as<Bytes>(quads.val[i]);
+}
 template <int unit> INLINE void store3(u8* d, size_t, Bytes a, Bytes b, Bytes c) {
     const uint8x16x3_t bytes{{u8x16(a), u8x16(b), u8x16(c)}};
     const uint16x8x3_t words{{as<uint16x8_t>(a), as<uint16x8_t>(b), as<uint16x8_t>(c)}};
@@ -74,6 +78,7 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
 }
 constexpr bool separatesAsItLoads = true;
 constexpr bool pacesLoops = false; // not measured
+constexpr bool movesAsItLoads = true;
 
 // Loads that separate and stores that weave take no offset, but move their address on for nothing. Where g++ sees through
 // a few steps of a loop, it makes an address for each of them instead.
@@ -104,10 +109,8 @@ INLINE Bytes mean(Bytes a, Bytes b) { return as<Bytes>(vhaddq_u8(u8x16(a), u8x16
 INLINE Words mean(Words a, Words b) { return as<Words>(vhaddq_u16(u16x8(a), u16x8(b))); }
 
 INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
-    const uint8x16_t x = u8x16(a), y = u8x16(b), z = u8x16(c), w = u8x16(d);
-    const uint16x8_t low = vaddl_u8(vget_low_u8(x), vget_low_u8(y)), high = vaddl_high_u8(x, y);
-    const uint16x8_t lows = vaddw_u8(vaddw_u8(low, vget_low_u8(z)), vget_low_u8(w));
-    return as<Bytes>(vshrn_high_n_u16(vshrn_n_u16(lows, 2), vaddw_high_u8(vaddw_high_u8(high, z), w), 2));
+    // A half that a mean loses counts only if the other one loses a half as well.
+    return as<Bytes>(vminq_u8(u8x16(mean(meanUp(a, b), mean(c, d))), u8x16(mean(mean(a, b), meanUp(c, d)))));
 }
 
 INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(vqaddq_u8(u8x16(a), u8x16(b))); }
@@ -127,6 +130,12 @@ INLINE Words times(Words w, int k) {
     uint16x8_t factor = vdupq_n_u16(static_cast<u16>(k));
     asm("" : "+w"(factor));
     return w * as<Words>(factor);
+}
+INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
+    const auto shifted = [](Bytes v, int left) {
+        return vshlq_u8(u8x16(v), vdupq_n_s8(static_cast<signed char>(left)));
+    };
+    return as<Bytes>(vorrq_u8(shifted(high, by), shifted(low, by - 8)));
 }
 
 // Half of the doubled product.
@@ -197,6 +206,18 @@ template <int k> INLINE uint16x8_t addHigh(uint16x8_t sum, Bytes v) {
 template <int k> INLINE Split sums(Bytes a, Bytes b, Bytes c) {
     const Split outer = sums(a, c);
     return {as<Words>(addLow<k>(u16x8(outer.a), b)), as<Words>(addHigh<k>(u16x8(outer.b), b))};
+}
+template <int j> INLINE Split products(Bytes v) {
+    return {as<Words>(vmull_u8(vget_low_u8(u8x16(v)), vget_low_u8(fillFactor<j>()))),
+            as<Words>(vmull_high_u8(u8x16(v), fillFactor<j>()))};
+}
+template <int j, int k> INLINE Split products(Bytes v, Bytes w) {
+    const Split x = products<j>(v);
+    return {as<Words>(addLow<k>(u16x8(x.a), w)), as<Words>(addHigh<k>(u16x8(x.b), w))};
+}
+template <int j, int k, int l> INLINE Split products(Bytes v, Bytes w, Bytes x) {
+    const Split s = products<j, k>(v, w);
+    return {as<Words>(addLow<l>(u16x8(s.a), x)), as<Words>(addHigh<l>(u16x8(s.b), x))};
 }
 template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
     const uint16x8_t add = vdupq_n_u16(static_cast<u16>(k.add));

@@ -23,6 +23,13 @@ INLINE void load3(const u8* s, Bytes& a, Bytes& b, Bytes& c) {
     a = load(x), b = load(y), c = load(z);
 }
 using permutes::load4;
+INLINE void load4(const u8* s, Bytes (&v)[4]) {
+    Words some, others, more, rest; // pairs of the first two bytes, and of the others
+    load2(s, some, others), load2(s + 2 * N, more, rest);
+    v[0] = everySecond<0>(as<Bytes>(some), as<Bytes>(more)), v[1] = everySecond<1>(as<Bytes>(some), as<Bytes>(more));
+    v[2] = everySecond<0>(as<Bytes>(others), as<Bytes>(rest)),
+    v[3] = everySecond<1>(as<Bytes>(others), as<Bytes>(rest));
+}
 
 template <class Element> INLINE void storeTriples(u8* d, size_t step, Bytes a, Bytes b, Bytes c) {
     constexpr int count = L / static_cast<int>(sizeof(Element)); // in a lane
@@ -65,6 +72,8 @@ template <bool, class Byte> INLINE void moveOn(Byte*& p, size_t bytes) { p += by
 
 constexpr bool separatesAsItLoads = true;
 constexpr bool pacesLoops = true;
+
+constexpr bool movesAsItLoads = false;
 
 // It is no access to memory, so the address may lie behind the buffer. A distance of 0: not at all.
 INLINE std::uintptr_t prefetchDistance() { return __atomic_load_n(&prefetchAhead, __ATOMIC_RELAXED); }
@@ -116,6 +125,12 @@ INLINE Words swapped(Words w) { return w << 8 | w >> 8; }
 
 INLINE Words times(Words w, int k) { return w * fill(k); }
 
+INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
+    const auto shifted = [=](Words h, Words l) { return (h << 8 | l) << static_cast<u16>(by); };
+    const Words even = shifted(firstOfPairs(high), firstOfPairs(low)),
+                odd = shifted(secondOfPairs(high), secondOfPairs(low));
+    return as<Bytes>(even >> 8 | (odd & 0xFF00));
+}
 INLINE Words shiftUp(Words w, int by) { return w << static_cast<u16>(by); }
 
 INLINE Ints mulHigh(Ints a, Ints b) {
@@ -184,6 +199,13 @@ INLINE Halves inOrder(Split s) {
 INLINE Split forPairs(Words w) { return {w, w}; }
 INLINE Words pairMeans(Split s) { return ((s.a >> 8) + (s.b >> 8)) >> 1; }
 
+template <int j> INLINE Split products(Bytes v) {
+    const Split x = widen(v);
+    return {x.a * fill(j), x.b * fill(j)};
+}
+template <int j, int... k, class... More> INLINE Split products(Bytes v, Bytes w, More... more) {
+    return products<j>(v) + products<k...>(w, more...);
+}
 template <Weights k> INLINE Split weigh(Bytes r, Bytes g, Bytes b) {
     const Split x = widen(r), y = widen(g), z = widen(b);
     return {x.a * fill(k.r) + y.a * fill(k.g) + z.a * fill(k.b) + fill(k.add),

@@ -40,9 +40,11 @@ namespace machine {
 // ---- Pixels in memory
 
 using permutes::load4;
+INLINE void load4(const u8* s, Bytes (&v)[4]) { plain::load4(s, v); }
 using plain::load2;
 using plain::loadRow;
 using plain::moveOn;
+using plain::movesAsItLoads;
 using plain::store2;
 using plain::store4;
 using plain::storeRow;
@@ -140,6 +142,7 @@ INLINE Words times(Words v, int k) {
 }
 
 // A shift by a variable count is two micro-operations.
+INLINE Bytes highBytes(Bytes high, Bytes low, int by) { return plain::highBytes(high, low, by); }
 INLINE Words shiftUp(Words w, int by) { return w * fill(1 << by); }
 
 #if defined(__wasm__)
@@ -192,6 +195,7 @@ INLINE Bytes inRow(Bytes v) { return v; }
 using plain::forPairs;
 using plain::inOrder;
 using plain::pairMeans;
+using plain::products;
 using plain::splitIndex;
 using plain::splitPart;
 
