@@ -21,7 +21,7 @@ template <> struct Block<true> : Block<false> {
     alignas(N) u8 before[N];         // position in the pixel before
     alignas(N) u16 weight[2][N / 2]; // as the words of a Split
 };
-template <bool linear> constexpr size_t blocksAtOnce = (linear ? 8192 : 24576) / N; // 48 and 40 KiB of stack
+template <bool linear> constexpr size_t blocksAtOnce = (linear ? 8192 : 24576) / N; // 60 and 68 KiB of stack
 
 // Lane `lane` of the block at byte `start` of the strip; false if its sources lie too far apart.
 template <bool linear> INLINE bool describeLane(Block<linear>& block, const Strip& strip, size_t start, size_t lane) {
