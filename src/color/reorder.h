@@ -99,12 +99,15 @@ inline void swap24Kernel(u8* d, const u8* s, size_t n) {
     constexpr size_t step = N / L * (L - 1), steps = 4;
     const bool apart = areApart(d, 3 * n, s, 3 * n);
     const std::uintptr_t distance = prefetchDistance();
-    size_t left = 3 * n;
-    for (; left > steps * step; left -= steps * step, s += steps * step, d += steps * step) {
+    const auto turn = [&]() __attribute__((always_inline)) {
         prefetch<steps * step, false>(s, distance);
         prefetch<steps * step, true>(d, distance);
         swapTriples<steps>(d, s);
-    }
+        s += steps * step, d += steps * step;
+    };
+    const size_t turns = n > 0 ? (3 * n - 1) / (steps * step) : 0; // the last byte of a vector is another's
+    takeTurns<steps * step, steps * step>(turns, turn, s, d);
+    size_t left = 3 * n - turns * steps * step;
     for (; left > step; left -= step, s += step, d += step) swapTriples<1>(d, s);
     if (left > 3 && 3 * n >= step + 3 && apart) { // all but the last pixel, stepped back
         s += left - 3, d += left - 3, left = 3;

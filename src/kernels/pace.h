@@ -8,35 +8,37 @@
 namespace kel {
 namespace {
 
-class Pace {
-public:
-    explicit INLINE Pace(size_t bytesWritten)
-        : slow_(pacesLoops && bytesWritten >= __atomic_load_n(&pacedFrom, __ATOMIC_RELAXED)) {}
+INLINE bool isPaced(size_t bytesWritten) {
+    return pacesLoops && bytesWritten >= __atomic_load_n(&pacedFrom, __ATOMIC_RELAXED);
+}
 
-    // How many of so many turns make the next piece, if a turn reads or writes so many bytes.
-    template <size_t bytes> INLINE size_t piece(size_t turns) const {
-        constexpr size_t most = bytes < 512 ? 512 / bytes : 1;
-        return slow_ && turns > most ? most : turns;
+INLINE void askForNextPage(const u8* p) {
+    constexpr std::uintptr_t page = 4096;
+    __builtin_prefetch(reinterpret_cast<const void*>((reinterpret_cast<std::uintptr_t>(p) / page + 1) * page));
+}
+
+// p, but not before the byte at `loaded` is there.
+INLINE const u8* whenThere(const u8* p, const u8* loaded) {
+    std::uintptr_t byte = *loaded;
+    asm("" : "+r"(byte)); // so that nobody knows the shift to give 0
+    return p + (byte >> 8);
+}
+
+// Takes so many turns: turn() reads and writes so many bytes at s and at d, and moves them on.
+template <size_t read, size_t written, class Turn, class... To>
+INLINE void takeTurns(size_t turns, const Turn& turn, const u8*& s, To&... d) {
+    constexpr size_t bytes = read > written ? read : written, most = bytes < 512 ? 512 / bytes : 1;
+    const bool paced = isPaced(turns * written);
+    while (turns > 0) {
+        const u8* const beginning = s + (read - 1);
+        if (paced && read > written) askForNextPage(s);
+        if (paced) (askForNextPage(d), ...);
+        size_t piece = paced && turns > most ? most : turns;
+        turns -= piece;
+        for (; piece > 0; --piece) turn();
+        if (paced) s = whenThere(s, beginning);
     }
-
-    // Before a piece: where it reads or writes.
-    INLINE void ask(const u8* p) const {
-        constexpr std::uintptr_t page = 4096;
-        if (slow_)
-            __builtin_prefetch(reinterpret_cast<const void*>((reinterpret_cast<std::uintptr_t>(p) / page + 1) * page));
-    }
-
-    // After it: p, but not before the byte at `loaded` is there, which belongs to the piece.
-    INLINE const u8* await(const u8* p, const u8* loaded) const {
-        if (!slow_) return p;
-        std::uintptr_t byte = *loaded;
-        asm("" : "+r"(byte)); // so that nobody knows the shift to give 0
-        return p + (byte >> 8);
-    }
-
-private:
-    bool slow_;
-};
+}
 
 } // namespace
 } // namespace kel

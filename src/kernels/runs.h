@@ -54,20 +54,12 @@ template <class R, class W> INLINE void run(u8* d, const u8* s, size_t n, const 
 
     constexpr size_t atOnce = N < 64 ? 64 / N : 1; // blocks that fill a cache line with bytes
     const std::uintptr_t distance = prefetchDistance();
-    const Pace pace(n * W::bytes);
-    for (size_t turns = n / block / atOnce; turns > 0;) {
-        const u8* const beginning = s + (atOnce * sourceBytes - 1);
-        if (sourceBytes > bytes) pace.ask(s);
-        pace.ask(d);
-        size_t piece = pace.piece<atOnce*(sourceBytes > bytes ? sourceBytes : bytes)>(turns);
-        turns -= piece;
-        for (; piece > 0; --piece) {
-            prefetch<atOnce * sourceBytes, false>(s, distance);
-            prefetch<atOnce * bytes, true>(d, distance);
-            for (size_t i = 0; i < atOnce; ++i) step();
-        }
-        s = pace.await(s, beginning);
-    }
+    const auto turn = [&]() __attribute__((always_inline)) {
+        prefetch<atOnce * sourceBytes, false>(s, distance);
+        prefetch<atOnce * bytes, true>(d, distance);
+        for (size_t i = 0; i < atOnce; ++i) step();
+    };
+    takeTurns<atOnce * sourceBytes, atOnce * bytes>(n / block / atOnce, turn, s, d);
     for (size_t blocks = n / block % atOnce + stepsBack; blocks > 0; --blocks) {
         if (stepsBack && blocks == 1) d -= back * W::bytes, s -= back * R::bits / 8;
         step();
@@ -90,7 +82,18 @@ template <class R, class Set> constexpr ByOutput<ShiftedRun> shiftedRuns(Set out
 
 // Bytes as they are; source and destination may overlap or be the same.
 template <int bytesPerPixel> void copyKernel(u8* d, const u8* s, size_t n) {
-    if (d != s) std::memmove(d, s, n * bytesPerPixel);
+    if (d == s) return;
+    size_t bytes = n * bytesPerPixel;
+    if (isPaced(bytes) && areApart(d, bytes, s, bytes)) {
+        constexpr size_t turn = 128;
+        const auto copy = [&]() __attribute__((always_inline)) {
+            std::memcpy(d, s, turn);
+            s += turn, d += turn;
+        };
+        takeTurns<turn, turn>(bytes / turn, copy, s, d);
+        bytes %= turn;
+    }
+    std::memmove(d, s, bytes);
 }
 template <int bytesPerPixel, class Set> constexpr ByOutput<Run> copies(Set outputs) {
     return tableOf<Run>(outputs, []<u32>() { return copyKernel<bytesPerPixel>; });
