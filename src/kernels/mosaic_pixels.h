@@ -59,15 +59,16 @@ INLINE Alternating alternating(Blocks<Bytes> s, const Phase2x2& phase) {
 }
 
 // Byte pairs of `here` are the red and blue of the even pixels, those of `next` of the odd ones.
-template <Weights k> INLINE Split weigh(const Alternating& p, Bytes green, const Phase2x2& phase) {
-    const Split g = widen(green);
+template <Weights k> INLINE Split weigh(const Alternating& p, Split g, const Phase2x2& phase) {
     const int first = k.b + phase.redIsEven * (k.r - k.b), second = k.r + k.b - first;
     return {weighPairs(p.here, fillBytePairs(first, second)) + times(g.a, k.g) + fill(k.add),
             weighPairs(p.next, fillBytePairs(second, first)) + times(g.b, k.g) + fill(k.add)};
 }
+// So are those of `greenHere` and `greenNext` their two greens.
 template <Weights k> INLINE Split weigh(const MosaicPixels& p) {
     const Alternating colours = alternating(p.s, p.phase);
-    return weigh<k>(colours, mean(colours.greenHere, colours.greenNext), p.phase);
+    const Split green{pairSums<1, 1>(colours.greenHere) >> 1, pairSums<1, 1>(colours.greenNext) >> 1};
+    return weigh<k>(colours, green, p.phase);
 }
 
 // As store3<1>, in two look-ups a vector.
@@ -125,7 +126,7 @@ template <Weights k> INLINE Split weigh(const DeepMosaicPixels& p) {
     const auto sum = [](Split high, Split low) { return Split{high.a + (low.a >> 8), high.b + (low.b >> 8)}; };
     const Alternating high = alternating(p.high, p.phase), low = alternating(p.low, p.phase);
     const DeepBytes green = mean(DeepBytes{high.greenHere, low.greenHere}, DeepBytes{high.greenNext, low.greenNext});
-    return sum(weigh<ofHigh>(high, green.high, p.phase), weigh<k>(low, green.low, p.phase));
+    return sum(weigh<ofHigh>(high, widen(green.high), p.phase), weigh<k>(low, widen(green.low), p.phase));
 }
 
 INLINE void storeBgr(u8* d, const DeepMosaicPixels& p) {
