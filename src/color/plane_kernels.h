@@ -25,7 +25,7 @@ struct RgbSplitter : Reader<24> {
 template <class Layout, class Rule> struct YuvSplitter : Reader<Layout::bits> {
     template <bool withLuma> static INLINE PlaneBlock get(const u8* s) {
         const auto samples = Layout::samples(s);
-        return {coloursOf<Rule>(samples), samples.luma};
+        return {to8(coloursOf<Rule>(samples)), samples.luma};
     }
 };
 

@@ -7,17 +7,21 @@
 namespace kel {
 namespace {
 
-// Each pixel with chroma of its own, and each pair of pixels. u, v: 4 U and 4 V.
+// Each pixel with chroma of its own, 4 U and 4 V.
 struct Yuv {
     Bytes luma;
     Split u, v;
 };
+// Pairs of pixels with 4 (U - 128) and 4 (V - 128).
 struct YuvPairs {
     Bytes luma;
-    Words u, v;
+    Ints u, v;
 };
+INLINE Ints centred(Words chroma4) { return as<Ints>(chroma4) - 512; }
 // uv: u v u v ..., for each pair
-INLINE YuvPairs sharedChroma(Bytes luma, Bytes uv) { return {luma, pairSums<4, 0>(uv), pairSums<0, 4>(uv)}; }
+INLINE YuvPairs sharedChroma(Bytes luma, Bytes uv) {
+    return {luma, centred(pairSums<4, 0>(uv)), centred(pairSums<0, 4>(uv))};
+}
 
 // ---- Layouts
 
@@ -105,28 +109,24 @@ private:
     }
 };
 
-template <class Rule> INLINE Chroma chromaOf(Words u, Words v) {
-    return Rule::of(as<Ints>(u) - 512, as<Ints>(v) - 512);
-}
+INLINE Split added(Split luma, Split chroma) { return {luma.a + chroma.a, luma.b + chroma.b}; }
 
-INLINE Bytes added(Split luma, Split chroma) { return clamp(Split{luma.a + chroma.a, luma.b + chroma.b}); }
-
-template <class Rule> INLINE Rgb coloursOf(const Yuv& p) {
+template <class Rule> INLINE RgbSums coloursOf(const Yuv& p) {
     const Split y = widen(p.luma);
-    const Chroma a = chromaOf<Rule>(p.u.a, p.v.a), b = chromaOf<Rule>(p.u.b, p.v.b);
+    const Chroma a = Rule::of(centred(p.u.a), centred(p.v.a)), b = Rule::of(centred(p.u.b), centred(p.v.b));
     const auto channel = [&](Ints some, Ints others) { return added(y, {as<Words>(some), as<Words>(others)}); };
     return {channel(a.r, b.r), channel(a.g, b.g), channel(a.b, b.b)};
 }
-template <class Rule> INLINE Rgb coloursOf(const YuvPairs& p) {
+template <class Rule> INLINE RgbSums coloursOf(const YuvPairs& p) {
     const Split y = widen(p.luma);
-    const Chroma c = chromaOf<Rule>(p.u, p.v);
+    const Chroma c = Rule::of(p.u, p.v);
     const auto channel = [&](Ints offsets) { return added(y, forPairs(as<Words>(offsets))); };
     return {channel(c.r), channel(c.g), channel(c.b)};
 }
 
 template <class Layout> struct YuvReader : Reader<Layout::bits> {
     static constexpr bool separates = Layout::separates;
-    static INLINE Rgb get(const u8* s) { return coloursOf<TruncatedProducts>(Layout::samples(s)); }
+    static INLINE RgbSums get(const u8* s) { return coloursOf<TruncatedProducts>(Layout::samples(s)); }
 };
 
 } // namespace

@@ -32,6 +32,10 @@ struct Rgb16 {
 struct DeepBytes {
     Bytes high, low;
 };
+// Signed words that are still to be clamped to 0..255.
+struct RgbSums {
+    Split r, g, b;
+};
 // Grey of 16 bits as it lies in memory, whatever the lanes are: the first N / 2 pixels, then the others.
 struct GreyRow16 {
     Words a, b;
@@ -75,6 +79,7 @@ INLINE Rgb16 inRow(const Apart<RgbWords>& p) {
 // What an 8-bit colour output makes of a block.
 INLINE Grey to8(Grey p) { return p; }
 INLINE Rgb to8(Rgb p) { return p; }
+INLINE Rgb to8(const RgbSums& p) { return {clamp(p.r), clamp(p.g), clamp(p.b)}; }
 INLINE Grey to8(Grey16 p) { return {highBytes(p.v)}; }
 INLINE Grey to8(GreyRow16 p) { return {inRow(highBytes(Halves{p.a, p.b}))}; }
 INLINE Rgb to8(Rgb16 p) { return {highBytes(p.r), highBytes(p.g), highBytes(p.b)}; }
@@ -89,6 +94,7 @@ constexpr Weights bt601{77, 150, 29, 0};   // ITU-R BT.601 in 1/256, truncated
 constexpr Weights bt709{54, 184, 18, 128}; // ITU-R BT.709 in 1/256, rounded
 
 template <Weights k> INLINE Split weigh(const Rgb& p) { return weigh<k>(p.r, p.g, p.b); }
+template <Weights k> INLINE Split weigh(const RgbSums& p) { return weigh<k>(to8(p)); }
 
 // The sums of 16-bit channels, >> 8.
 template <Weights k> INLINE Halves weigh(const Rgb16& p) {

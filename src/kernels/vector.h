@@ -128,11 +128,15 @@ INLINE Words fill(int k) { return Words{} + static_cast<u16>(k); }
 INLINE Words firstOfPairs(Bytes v) { return as<Words>(v) & 0xFF; }
 INLINE Words secondOfPairs(Bytes v) { return as<Words>(v) >> 8; }
 
-template <int... i> INLINE Words mix(Words a, Words b, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(a, b, (i % 2 ? i + N / 2 : i)...);
+template <class Is, int... i> INLINE Words blendWords(Is is, Words a, Words b, std::integer_sequence<int, i...>) {
+    return __builtin_shufflevector(a, b, (is(i) ? i : i + N / 2)...);
 }
+// The words of a where `is` says so, else of b.
+template <class Is> INLINE Words blendWords(Is is, Words a, Words b) { return blendWords(is, a, b, Indices<N / 2>()); }
 // The even words of a, the odd ones of b.
-INLINE Words mix(Words a, Words b) { return mix(a, b, Indices<N / 2>()); }
+INLINE Words mix(Words a, Words b) {
+    return blendWords([](int i) { return i % 2 == 0; }, a, b);
+}
 
 // For weighted sums r R + g G + b B + add.
 struct Weights {

@@ -23,6 +23,9 @@ template <Order order> struct Rgb24Writer {
     static INLINE void put(u8* d, Rgb p) {
         order == Order::rgb ? store3<1>(d, 3 * L, p.r, p.g, p.b) : store3<1>(d, 3 * L, p.b, p.g, p.r);
     }
+    static INLINE void put(u8* d, const RgbSums& p) {
+        order == Order::rgb ? store3(d, 3 * L, p.r, p.g, p.b) : store3(d, 3 * L, p.b, p.g, p.r);
+    }
     static INLINE void put(u8* d, Grey p) { store3<1>(d, 3 * L, p.v); }
     static INLINE void put(u8* d, const Apart<Rgb>& p) { putInRow<Rgb24Writer>(d, p); }
     static INLINE void put(u8* d, const Apart<Grey>& p) { putInRow<Rgb24Writer>(d, p); }
@@ -43,6 +46,7 @@ template <Order order> struct Rgb32Writer {
 };
 
 template <Weights k> INLINE Bytes grey(const Rgb& p) { return luma<k>(p.r, p.g, p.b); }
+template <Weights k> INLINE Bytes grey(const RgbSums& p) { return grey<k>(to8(p)); }
 template <Weights k, class Colours> INLINE Bytes grey(const Colours& p) { return highBytes(weigh<k>(p)); }
 
 template <Weights k> struct Mono8Writer {

@@ -20,6 +20,7 @@
 //     load4(s, a, b, c)                three planes out of pixels of 4 bytes, without the fourth
 //     load4(s, v)                      four vectors out of quadruples of bytes, without lanes
 //     store3<unit>(d, step, a, b, c)   one vector of each plane as triples of elements of `unit` bytes
+//     store3(d, step, a, b, c)         Splits of signed words, clamped to 0..255, as triples of bytes
 //     store3of4(d, a, b, c)            as quadruples of bytes; the fourth byte in memory is kept
 //     loadRow(s, v), storeRow(d, v)    four vectors that lie side by side
 //     storeQuads(d, v)                 v but for every fourth byte, which is 0 in v and kept in memory
@@ -48,6 +49,7 @@
 //     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows
 //     highBytes(h, l, by)  of words 256 h + l, shifted left by 0 to 7
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
+//     highOfNegated(w)     (-w) >> 8 of signed words; not for -2^15
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
 //                          signed bytes, the sum a signed word
@@ -59,7 +61,7 @@
 //                          of R and B above 127
 //
 // The words of N bytes: a Split is two vectors, in an order that is the machine's own
-//     widen<shift>(v)      bytes as words, shifted left by 0 to 7
+//     widen<shift>(v)      bytes as words, shifted left by 0 to 6
 //     sums(a, b), differences(a, b)   a + b, a - b of bytes; of words they are words
 //     sums<k>(a, b, c)     a + k b + c, k being -4 to 4
 //     lowBytes(s), highBytes(s)   back to bytes

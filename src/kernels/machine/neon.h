@@ -142,6 +142,7 @@ INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(vqdmulhq_s16(s16x8(a), s16x8(b))) >> 1; }
 
 using plain::fillBytePairs;
+using plain::highOfNegated;
 using plain::weighPairs;
 template <int l, int r> INLINE Words pairSums(Bytes v) {
     if constexpr (l == 1 && r == 1) return as<Words>(vpaddlq_u8(u8x16(v)));
@@ -182,6 +183,7 @@ template <int shift = 0> INLINE Bytes clamp(Split s) {
     if constexpr (shift > 0) return as<Bytes>(vqshrun_high_n_s16(vqshrun_n_s16(low, shift), high, shift));
     return clampHalves(as<Ints>(s.a), as<Ints>(s.b));
 }
+INLINE void store3(u8* d, size_t step, Split a, Split b, Split c) { store3<1>(d, step, clamp(a), clamp(b), clamp(c)); }
 INLINE Halves inOrder(Split s) { return {s.a, s.b}; }
 INLINE Split forPairs(Words w) {
     const uint16x8x2_t pairs = vzipq_u16(u16x8(w), u16x8(w));

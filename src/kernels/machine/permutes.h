@@ -15,12 +15,16 @@ namespace permutes {
 
 constexpr int planeAt(int vector, int position, int unit) { return (vector * L + position) / unit % 3; }
 
-template <int unit, int plane> INLINE Bytes spread3(Bytes v) {
-    return permute(v, [](int p) {
+// at: where an element's bytes are, if not in order.
+template <int unit, int plane, class At> INLINE Bytes spread3(Bytes v, At at) {
+    return permute(v, [=](int p) {
         int vector = 0;
         while (planeAt(vector, p, unit) != plane) ++vector;
-        return (vector * L + p) / unit / 3 * unit + p % unit;
+        return at((vector * L + p) / unit / 3 * unit + p % unit);
     });
+}
+template <int unit, int plane> INLINE Bytes spread3(Bytes v) {
+    return spread3<unit, plane>(v, [](int i) { return i; });
 }
 template <int unit, int vector> INLINE Bytes weave3(Bytes a, Bytes b, Bytes c) {
     return blend([](int p) { return planeAt(vector, p, unit) == 0; }, a,

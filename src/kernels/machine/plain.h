@@ -140,6 +140,8 @@ INLINE Ints mulHigh(Ints a, Ints b) {
     return load<Ints>(x);
 }
 
+INLINE Ints highOfNegated(Words w) { return as<Ints>(0 - w) >> 8; }
+
 INLINE Words fillBytePairs(int j, int k) { return fill((j & 255) | (k & 255) << 8); }
 INLINE Words weighPairs(Bytes v, Words factors) {
     const Ints j = as<Ints>(factors << 8) >> 8, k = as<Ints>(factors) >> 8;
@@ -192,6 +194,7 @@ INLINE Bytes highBytes(Split s) { return as<Bytes>(s.a >> 8 | (s.b & 0xFF00)); }
 template <int shift = 0> INLINE Bytes clamp(Split s) {
     return clampPairs(as<Ints>(s.a) >> shift, as<Ints>(s.b) >> shift);
 }
+INLINE void store3(u8* d, size_t step, Split a, Split b, Split c) { store3<1>(d, step, clamp(a), clamp(b), clamp(c)); }
 INLINE Halves inOrder(Split s) {
     const Bytes even = as<Bytes>(s.a), odd = as<Bytes>(s.b);
     return {as<Words>(zip<2, 0>(even, odd)), as<Words>(zip<2, 1>(even, odd))};

@@ -155,8 +155,10 @@ INLINE Ints mulHigh(Ints a, Ints b) {
     return as<Ints>(_mm_packs_epi32(high(zip<2, 0>(x, Bytes{}), kept(zip<2, 0>(y, Bytes{}))),
                                     high(zip<2, 1>(x, Bytes{}), kept(zip<2, 1>(y, Bytes{})))));
 }
+using plain::highOfNegated;
 #else
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(KEL_X86(mulhi_epi16)(as<Register>(a), as<Register>(b))); }
+INLINE Ints highOfNegated(Words w) { return mulHigh(as<Ints>(w), Ints{} - 256); }
 #endif
 
 using plain::fillBytePairs;
@@ -210,6 +212,36 @@ template <int shift = 0> INLINE Bytes clamp(Split s) {
 }
 using plain::differences;
 using plain::sums;
+
+// Packed planes are spread from where pack() leaves them.
+#if defined(__AVX512VBMI__)
+INLINE void store3(u8* d, size_t step, Split x, Split y, Split z) {
+    const auto packed = [](Split s) { return pack(as<Ints>(s.a), as<Ints>(s.b)); };
+    constexpr auto at = [](int i) { return i / 16 * 16 + i % 16 / 2 + i % 2 * 8; };
+    const Bytes a = permutes::spread3<1, 0>(packed(x), at), b = permutes::spread3<1, 1>(packed(y), at);
+    const Bytes c = permutes::spread3<1, 2>(packed(z), at);
+    storeLanes(d, step, permutes::weave3<1, 0>(a, b, c));
+    storeLanes(d + L, step, permutes::weave3<1, 1>(a, b, c));
+    storeLanes(d + 2 * L, step, permutes::weave3<1, 2>(a, b, c));
+}
+#else
+// Six bytes of two pixels are three words, x y, z x and y z: words blend faster than bytes.
+template <int vector> INLINE Bytes weaveWords(Words a, Words b, Words c) {
+    constexpr auto planeOf = [](int i) { return permutes::planeAt(vector, 2 * (i % (L / 2)), 2); };
+    const Words others = blendWords([=](int i) { return planeOf(i) == 1; }, b, c);
+    return as<Bytes>(blendWords([=](int i) { return planeOf(i) == 0; }, a, others));
+}
+INLINE void store3(u8* d, size_t step, Split x, Split y, Split z) {
+    const auto packed = [](Words v, Words w) { return pack(as<Ints>(v), as<Ints>(w)); };
+    const Bytes xz = packed(x.a, z.a), yx = packed(y.a, x.b), yz = packed(y.b, z.b);
+    const Words a = as<Words>(permutes::spread3<2, 0>(zip<1, 0>(xz, yx)));
+    const Words b = as<Words>(permutes::spread3<2, 1>(zip<1, 1>(xz, yx)));
+    const Words c = as<Words>(permutes::spread3<2, 2>(yz, [](int i) { return i / 2 + i % 2 * (L / 2); }));
+    storeLanes(d, step, weaveWords<0>(a, b, c));
+    storeLanes(d + L, step, weaveWords<1>(a, b, c));
+    storeLanes(d + 2 * L, step, weaveWords<2>(a, b, c));
+}
+#endif
 
 // Byte pairs of red and blue make one multiply-add, green a multiplication.
 template <Weights k> INLINE Split weigh(Bytes red, Bytes green, Bytes blue) {
