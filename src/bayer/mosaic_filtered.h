@@ -6,7 +6,7 @@
 // of the row before, right of its last pixel the first one of the next row. The caller's source serves as scratch: in
 // the end it holds the U Y V Y data of the lower half.
 //
-// Rows are streamed through four lines. Row h / 2 + k of the lower half goes to bytes 2 k w ... of the source, over
+// Rows are streamed through a few lines. Row h / 2 + k of the lower half goes to bytes 2 k w ... of the source, over
 // rows 2 k and 2 k + 1 of the mosaic. Rows still to come need mosaic rows from h / 2 + k + 1 on, and 2 k + 1 < h / 2 +
 // k + 1 since k < h / 2: nothing is overwritten that is still to be read. (The last row is made from the row above it;
 // when its turn comes, the rows up to 2 (h / 2 - 2) + 1 = h - 3 are overwritten.)
@@ -18,37 +18,79 @@
 namespace kel {
 namespace {
 
-// One row at full resolution. Samples -2, -1 and width belong to the neighbouring rows.
+// One row at full resolution: luma, and chroma in the form that the filter takes.
 struct YuvLine {
     u8 *y, *u, *v;
 };
 
-// The sink of the 2x2 demosaic. Lines have room for a whole block at their end.
 //   Y = (77 R + 150 G + 29 B) >> 8
 //   U = ((128 B - 43 R - 85 G) >> 8) + 128
 //   V = ((128 R - 107 G - 21 B) >> 8) + 128
-// 128 does not fit a signed weight, -128 does: U and V come from the negated sums s as (128 * 256 - s) >> 8.
-struct YuvLineSink {
+// 128 does not fit a signed weight, -128 does: U and V come from the negated sums.
+constexpr Weights negatedU{43, 85, -128, 0}, negatedV{-128, 107, 21, 0};
+
+// ---- The two forms of chroma, both of which take a byte a pixel
+
+// U and V of each pixel. They have as neighbours the last pixel of the row before and the first one of the next row; the
+// first pixel of a half is its own neighbour.
+struct ChromaOfPixels {
+    template <Weights k, class Colours> static INLINE void put(u8* d, const Apart<Colours>& p) {
+        store2(d, samples<k>(p.even), samples<k>(p.odd));
+    }
+    template <Weights k, class Colours> static INLINE void put(u8* d, const Colours& p) { store(d, samples<k>(p)); }
+
+    static INLINE void connect(u8* row, u8* before, size_t width, bool first) {
+        before[width] = row[0];
+        row[-1] = first ? row[0] : before[width - 1];
+    }
+
+private:
+    template <Weights k, class Colours> static INLINE Bytes samples(const Colours& p) {
+        const Split s = weigh<k>(p); // negated: (128 * 256 - s) >> 8
+        return highBytes(Split{fill(128 * 256) - s.a, fill(128 * 256) - s.b});
+    }
+};
+
+// U - 128 or V - 128 of the two pixels of a pair, added up: a word. The pair before is the last one of the row before; in
+// a half's first row it is the first pair again.
+struct ChromaOfPairs {
+    template <Weights k, class Colours> static INLINE void put(u8* d, const Apart<Colours>& p) {
+        const Split even = samples<k>(p.even), odd = samples<k>(p.odd);
+        storeHalves(d, inOrder(Split{even.a + odd.a, even.b + odd.b}));
+    }
+    template <Weights k, class Colours> static INLINE void put(u8* d, const Colours& p) {
+        const Split s = samples<k>(p); // where columns are not kept apart: of even and of odd pixels
+        store(d, s.a + s.b);
+    }
+
+    static INLINE void connect(u8* row, const u8* before, size_t width, bool first) {
+        std::memcpy(row - 2, first ? row : before + width - 2, 2);
+    }
+
+private:
+    template <Weights k, class Colours> static INLINE Split samples(const Colours& p) {
+        const Split s = weigh<k>(p);
+        return {as<Words>(highOfNegated(s.a)), as<Words>(highOfNegated(s.b))};
+    }
+};
+
+// The sink of the 2x2 demosaic. Lines have room for a whole block at their end.
+template <class Chroma> struct YuvLineSink {
     YuvLine line;
 
-    static constexpr Weights u{43, 85, -128, 0}, v{-128, 107, 21, 0};
-
-    template <class Colours> INLINE void put(size_t x, const Apart<Colours>& p) const {
-        store2(line.y + x, grey<bt601>(p.even), grey<bt601>(p.odd));
-        store2(line.u + x, chroma<u>(p.even), chroma<u>(p.odd));
-        store2(line.v + x, chroma<v>(p.even), chroma<v>(p.odd));
-    }
     template <class Colours> INLINE void put(size_t x, const Colours& p) const {
-        store(line.y + x, grey<bt601>(p)), store(line.u + x, chroma<u>(p)), store(line.v + x, chroma<v>(p));
+        putLuma(line.y + x, p);
+        Chroma::template put<negatedU>(line.u + x, p);
+        Chroma::template put<negatedV>(line.v + x, p);
     }
     template <class Colours> INLINE void putPart(size_t x, const Colours& p, size_t) const { put(x, p); }
     INLINE void stepOn(size_t pixels) { kel::stepOn(pixels, line.y, line.u, line.v); }
 
 private:
-    template <Weights k, class Colours> static INLINE Bytes chroma(const Colours& p) {
-        const Split s = weigh<k>(p);
-        return highBytes(Split{fill(128 * 256) - s.a, fill(128 * 256) - s.b});
+    template <class Colours> static INLINE void putLuma(u8* d, const Apart<Colours>& p) {
+        store2(d, grey<bt601>(p.even), grey<bt601>(p.odd));
     }
+    template <class Colours> static INLINE void putLuma(u8* d, const Colours& p) { store(d, grey<bt601>(p)); }
 };
 
 // ---- The stream
@@ -63,150 +105,167 @@ public:
         u8* y = scratch_ + (first_ + row) % scratchLines * scratchPlanes * lineSize(width_) + linePadding;
         return {y, y + lineSize(width_), y + 2 * lineSize(width_)};
     }
-    INLINE u16* chroma() const { // u | v << 8 of each pair of the row at hand
-        return reinterpret_cast<u16*>(scratch_ + scratchLines * scratchPlanes * lineSize(width_));
+    // Room for as much of something else.
+    INLINE u8* more(size_t line) const {
+        return scratch_ + (scratchLines * scratchPlanes + line) * lineSize(width_) + linePadding;
     }
-
-    INLINE bool hasAbove(size_t row) const { return first_ + row > 0; }
+    // Where nothing is above, the row itself.
+    INLINE YuvLine above(size_t row) const { return (*this)[first_ + row > 0 ? row - 1 : row]; }
 
     // After row `row` is made: join it to the one before, or start the half with it.
-    INLINE void connect(size_t row) const {
-        connectPlanes(row, &YuvLine::u);
-        connectPlanes(row, &YuvLine::v);
+    template <class Chroma> INLINE void connect(size_t row) const {
+        const YuvLine line = (*this)[row], before = above(row);
+        Chroma::connect(line.u, before.u, width_, row == 0);
+        Chroma::connect(line.v, before.v, width_, row == 0);
     }
 
 private:
-    INLINE void connectPlanes(size_t row, u8* YuvLine::*plane) const {
-        u8* samples = (*this)[row].*plane;
-        u8* before = hasAbove(row) ? (*this)[row - 1].*plane : samples;
-        before[width_] = samples[0];
-        if (row == 0) // the first pair stands in for the one before it, mirrored: its first sample is the nearer
-            samples[-2] = samples[1], samples[-1] = samples[0];
-        else
-            samples[-2] = before[width_ - 2], samples[-1] = before[width_ - 1];
-    }
-
     u8* scratch_;
     size_t width_, first_;
 };
 
-// ---- Filters: the chroma of the row at hand, from the lines of a half of `rows` rows
-
-INLINE Words pairsAt(const u8* plane) { return pairSums<1, 1>(load(plane)); }
-
-// Filter::of() gives N / 2 words from a plane of the row and of another one, both at column x.
-template <class Filter> INLINE void filterRow(u16* chroma, const YuvLine& row, const YuvLine& other, size_t width) {
-    for (size_t x = 0; x < width; x += N)
-        store(chroma + x / 2, Filter::of(row.u + x, other.u + x) | Filter::of(row.v + x, other.v + x) << 8);
-}
+// ---- Filters: the chroma of a row's pairs, from the lines of a half of `rows` rows
+//
+// filter() gives the line of chroma that is to be converted; then of() makes 4 (U - 128) or 4 (V - 128) of N / 2 pairs.
 
 // (s0 + s1) >> 1
 struct PairFilter {
+    using Form = ChromaOfPairs;
     static constexpr size_t lookahead = 0;
-    static INLINE void filter(const LineRing& lines, size_t row, size_t, size_t width) {
-        filterRow<PairFilter>(lines.chroma(), lines[row], lines[row], width);
-    }
-    static INLINE Words of(const u8* s, const u8*) { return pairsAt(s) >> 1; }
+    static INLINE YuvLine filter(const LineRing& lines, size_t row, size_t, size_t) { return lines[row]; }
+    static INLINE Ints of(const u8* sums) { return (load<Ints>(sums) + load<Ints>(sums)) & ~3; }
 };
 
 // (s-2 + s-1 + s0 + s1) >> 2: with the pair before.
-struct LcaaFilter {
-    static constexpr size_t lookahead = 0;
-    static INLINE void filter(const LineRing& lines, size_t row, size_t, size_t width) {
-        filterRow<LcaaFilter>(lines.chroma(), lines[row], lines[row], width);
-    }
-    static INLINE Words of(const u8* s, const u8*) { return (pairsAt(s - 2) + pairsAt(s)) >> 2; }
+struct LcaaFilter : PairFilter {
+    static INLINE Ints of(const u8* sums) { return (load<Ints>(sums - 2) + load<Ints>(sums)) & ~3; }
 };
 
-// The four samples s-1 .. s2 of the row and of the one below, (sum + 4) >> 3.
+// The four samples s-1 .. s2 of the row and of the one below, (sum + 4) >> 3. What four samples add up to is kept for the
+// next row.
 //
 // At the end of the half, the row above takes the place of the row below, beginning with the last pair of the
 // second-to-last row; and the last two pairs are not filtered, they take the chroma of their first pixel. Above the
 // lower half stands the upper half's last row; the upper half, which has nothing above, takes the row itself.
 struct LcaavFilter {
+    using Form = ChromaOfPixels;
     static constexpr size_t lookahead = 2; // the row below needs the first sample of the next
-    static INLINE void filter(const LineRing& lines, size_t row, size_t rows, size_t width) {
-        filterRow<LcaavFilter>(lines.chroma(), lines[row], row + 1 < rows ? lines[row + 1] : above(lines, row), width);
-        finish(lines, row, rows, width / 2);
+
+    static INLINE YuvLine filter(const LineRing& lines, size_t row, size_t rows, size_t width) {
+        const YuvLine line = lines[row], chroma{line.y, lines.more(0), lines.more(1)};
+        u8 *const sumsU = lines.more(2), *const sumsV = lines.more(3);
+        for (size_t x = 0; row == 0 && x < width; x += N)
+            store(sumsU + x, sumsAt(line.u + x)), store(sumsV + x, sumsAt(line.v + x));
+        const YuvLine other = row + 1 < rows ? lines[row + 1] : lines.above(row);
+        if (row == 1 && rows == 2) { // the sample left of the first row is its mirror no more
+            const YuvLine before = lines.above(0);
+            other.u[-1] = before.u[width - 1], other.v[-1] = before.v[width - 1];
+        }
+        for (size_t x = 0; x < width; x += N)
+            box(chroma.u + x, sumsU + x, other.u + x), box(chroma.v + x, sumsV + x, other.v + x);
+        if (row + 2 >= rows) finish(lines, row, rows, width / 2, chroma);
+        return chroma;
     }
-    static INLINE Words of(const u8* s, const u8* other) {
-        return (pairsAt(s - 1) + pairsAt(s + 1) + pairsAt(other - 1) + pairsAt(other + 1) + 4) >> 3;
-    }
+    static INLINE Ints of(const u8* chroma) { return load<Ints>(chroma); }
 
 private:
-    static INLINE YuvLine above(const LineRing& lines, size_t row) {
-        return lines[lines.hasAbove(row) ? row - 1 : row];
+    static INLINE Words sumsAt(const u8* s) { return pairSums<1, 1>(load(s - 1)) + pairSums<1, 1>(load(s + 1)); }
+    static INLINE void box(u8* d, u8* sums, const u8* other) {
+        const Words here = load<Words>(sums), there = sumsAt(other);
+        store(sums, there);
+        store(d, (as<Ints>(here + there + fill(4 - 8 * 128)) >> 1) & ~3);
     }
 
-    static __attribute__((noinline)) void finish(const LineRing& lines, size_t row, size_t rows, size_t pairs) {
-        u16* chroma = lines.chroma();
-        const YuvLine line = lines[row];
-        if (row + 2 == rows) chroma[pairs - 1] = box(line, above(lines, row), pairs - 1);
-        if (row == 1 && rows == 2) { // the sample left of the first row is its mirror no more
-            const YuvLine first = lines[0], before = above(lines, 0);
-            first.u[-1] = before.u[2 * pairs - 1], first.v[-1] = before.v[2 * pairs - 1];
-            chroma[0] = box(line, first, 0);
+    static __attribute__((noinline)) void finish(const LineRing& lines, size_t row, size_t rows, size_t pairs,
+                                                 const YuvLine& chroma) {
+        const YuvLine line = lines[row], above = lines.above(row);
+        const auto put = [](u8* d, size_t pair, int value) { // 4 (value - 128)
+            const auto word = static_cast<i16>(4 * value - 512);
+            std::memcpy(d + 2 * pair, &word, sizeof word);
+        };
+        const auto mean = [](const u8* s, const u8* t) {
+            return (*(s - 1) + s[0] + s[1] + s[2] + *(t - 1) + t[0] + t[1] + t[2] + 4) >> 3;
+        };
+        if (row + 2 == rows) {
+            const size_t x = 2 * pairs - 2;
+            put(chroma.u, pairs - 1, mean(line.u + x, above.u + x));
+            put(chroma.v, pairs - 1, mean(line.v + x, above.v + x));
         }
         for (size_t pair = pairs > 2 ? pairs - 2 : 0; pair < pairs; ++pair)
             if (row * pairs + pair + 2 >= rows * pairs)
-                chroma[pair] = static_cast<u16>(line.u[2 * pair] | line.v[2 * pair] << 8);
-    }
-    static u16 box(const YuvLine& line, const YuvLine& other, size_t pair) {
-        const auto sum = [x = 2 * pair](const u8* s) { return *(s + x - 1) + s[x] + s[x + 1] + s[x + 2]; };
-        return static_cast<u16>((sum(line.u) + sum(other.u) + 4) >> 3 | (sum(line.v) + sum(other.v) + 4) >> 3 << 8);
+                put(chroma.u, pair, line.u[2 * pair]), put(chroma.v, pair, line.v[2 * pair]);
     }
 };
 
 // ---- The output
 
-// A row as U Y V Y, to the output and, in the lower half, to the source.
-template <class W> void convertRow(u8* d, u8* kept, const u8* luma, const u16* chroma, size_t width) {
-    const RowSink<W> output{d, W()};
-    const RowSink<PairsWriter> scratch{kept, PairsWriter()};
-    const auto pairs = [&](size_t x) { return Pairs{load(chroma + x / 2), load(luma + x)}; };
-    const auto colours = [&](size_t x) {
-        return coloursOf<TruncatedProducts>(sharedChroma(pairs(x).luma, pairs(x).chroma));
-    };
-    size_t x = 0;
-    for (; x + N <= width; x += N) {
-        output.put(x, colours(x));
-        if (kept) scratch.put(x, pairs(x));
-    }
-    if (x == width) return;
-    output.putPart(x, colours(x), width - x);
-    if (kept) scratch.putPart(x, pairs(x), width - x);
+// Pairs as U Y V Y.
+INLINE void keep(u8* d, const YuvPairs& p) {
+    const Words chroma = (as<Words>(p.u >> 2) & 0xFF) | as<Words>(p.v) << 6;
+    PairsWriter::put(d, {as<Bytes>(chroma ^ 0x8080), p.luma});
 }
 
-using ConvertRow = void (*)(u8* d, u8* kept, const u8* luma, const u16* chroma, size_t width);
+// A row to the output and, in the lower half, to the source. (Pointers, since g++ copies structures by vectors, which have
+// to wait for the words of them to be written.)
+template <class Filter, class W> void convertRow(u8* d, u8* kept, const u8* y, const u8* u, const u8* v, size_t width) {
+    const auto pairs = [=](size_t x) { return YuvPairs{load(y + x), Filter::of(u + x), Filter::of(v + x)}; };
+    if (width < N) {
+        const YuvPairs p = pairs(0);
+        putPart(W(), d, coloursOf<TruncatedProducts>(p), width);
+        alignas(N) u8 packed[2 * N];
+        keep(packed, p);
+        if (kept) std::memcpy(kept, packed, 2 * width);
+        return;
+    }
+    const std::uintptr_t distance = prefetchDistance();
+    for (size_t x = 0, last = width - N;; x = x + N < last ? x + N : last) { // the last block steps back
+        const YuvPairs p = pairs(x);
+        prefetch<N * W::bytes, true>(d + x * W::bytes, distance);
+        W::put(d + x * W::bytes, coloursOf<TruncatedProducts>(p));
+        if (kept) {
+            prefetch<2 * N, true>(kept + 2 * x, distance);
+            keep(kept + 2 * x, p);
+        }
+        if (x == last) break;
+    }
+}
+
+using ConvertRow = void (*)(u8* d, u8* kept, const u8* y, const u8* u, const u8* v, size_t width);
+
+// Row `row` of the half that begins with row `half`.
+template <class Form>
+__attribute__((noinline)) void demosaicRow(const LineRing& lines, size_t half, size_t row, const u8* s, size_t width,
+                                           size_t height, unsigned phase) {
+    using Samples = MosaicReader<Raw8Samples>;
+    const size_t y = half + row, last = height - 2; // the last row repeats the one above
+    const RowPair rows = rowPair(s, width, y < last ? y : last, phase);
+    const YuvLineSink<Form> sink{lines[row]};
+    withDemosaic<SamplesOf<Samples>>(phase,
+                                     [&](const auto& demosaic) { row2x2(rows, width, Samples(), sink, demosaic); });
+    lines.connect<Form>(row);
+}
 
 // One for all outputs; `pitch`: of the destination.
 template <class Filter>
 __attribute__((noinline)) void filteredMosaic(u8* d, size_t pitch, u8* s, size_t width, size_t height, unsigned phase,
                                               u8* scratch, ConvertRow convert) {
-    using Samples = MosaicReader<Raw8Samples>;
+    using Form = typename Filter::Form;
     const size_t rows = height / 2;
     for (const size_t half : {size_t{0}, rows}) {
         const LineRing lines(scratch, width, half);
         size_t made = 0;
         for (size_t row = 0; row < rows; ++row, d += pitch) {
-            for (; made < rows && made <= row + Filter::lookahead; ++made) {
-                const size_t y = half + made, last = height - 2; // the last row repeats the one above
-                const YuvLine line = lines[made];
-                withDemosaic<SamplesOf<Samples>>(phase, [&](const auto& demosaic) {
-                    row2x2(rowPair(s, width, y < last ? y : last, phase), width, Samples(), YuvLineSink{line},
-                           demosaic);
-                });
-                lines.connect(made);
-            }
-            Filter::filter(lines, row, rows, width);
-            convert(d, half > 0 ? s + 2 * row * width : nullptr, lines[row].y, lines.chroma(), width);
+            for (; made < rows && made <= row + Filter::lookahead; ++made)
+                demosaicRow<Form>(lines, half, made, s, width, height, phase);
+            const YuvLine line = Filter::filter(lines, row, rows, width);
+            convert(d, half > 0 ? s + 2 * row * width : nullptr, line.y, line.u, line.v, width);
         }
     }
 }
 
 template <class Filter, class W>
 void filteredMosaicKernel(u8* d, u8* s, size_t width, size_t height, unsigned phase, u8* scratch) {
-    filteredMosaic<Filter>(d, width * W::bytes, s, width, height, phase, scratch, convertRow<W>);
+    filteredMosaic<Filter>(d, width * W::bytes, s, width, height, phase, scratch, convertRow<Filter, W>);
 }
 
 template <class Filter, class Set> constexpr ByOutput<FilteredMosaic> filteredMosaics(Set outputs) {

@@ -8,11 +8,9 @@ namespace kel {
 constexpr size_t linePadding = 128;
 constexpr size_t lineSize(size_t width) { return linePadding + width + linePadding; }
 
-constexpr size_t scratchLines = 4;         // in flight: the row above, the row itself, two below
-constexpr size_t scratchPlanes = 3;        // Y, U, V
-constexpr size_t scratchSize(size_t width) // and one line of filtered chroma
-{
-    return (scratchLines * scratchPlanes + 1) * lineSize(width);
-}
+constexpr size_t scratchLines = 4;  // in flight, at most: the row above, the row itself, two below
+constexpr size_t scratchPlanes = 3; // Y, U, V
+constexpr size_t moreLines = 4;     // for LCAAV: chroma and the sums it is made from
+constexpr size_t scratchSize(size_t width) { return (scratchLines * scratchPlanes + moreLines) * lineSize(width); }
 
 } // namespace kel
