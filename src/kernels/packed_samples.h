@@ -45,9 +45,8 @@ private:
     // word, so that nothing behind it is read.
     template <int from, int first> static INLINE Words half(const u8* s) {
         constexpr int start = first == from ? 0 : byteOf(L - 1 + from) + 2 - L;
-        const Bytes bytes = loadLanes(s + start, L * Layout::bits / 8);
-        const Bytes words = permute(bytes, [](int i) { return byteOf(first + i / 2) + i % 2 - start; });
-        return as<Words>(words) * kept(scales<first>(Indices<N / 2>())) & Layout::mask;
+        const Words words = wordsAt(s + start, L * Layout::bits / 8, [](int i) { return byteOf(first + i) - start; });
+        return words * kept(scales<first>(Indices<N / 2>())) & Layout::mask;
     }
     template <int first, int... i> static INLINE Words scales(std::integer_sequence<int, i...>) {
         return Words{static_cast<u16>(Layout::scale(i + first))...};

@@ -115,11 +115,6 @@ template <int half, class V> INLINE V byTurns(V even, V odd) {
     return byTurns<half>(even, odd, Indices<sizeof even / sizeof even[0]>());
 }
 
-template <int... i> INLINE Bytes highBytesByTurns(Words even, Words odd, std::integer_sequence<int, i...>) {
-    return __builtin_shufflevector(as<Bytes>(even), as<Bytes>(odd), (i % 2 ? N + i : i + 1)...);
-}
-INLINE Bytes highBytesByTurns(Words even, Words odd) { return highBytesByTurns(even, odd, Indices<N>()); }
-
 // ---- Words
 
 INLINE Words fill(int k) { return Words{} + static_cast<u16>(k); }

@@ -93,6 +93,7 @@ const char* inMemory(Random& random) {
         Bytes v[4];
         m::loadRow(s, v), m::storeRow(d, v);
     }))
+    KEL_COMPARE(m::wordsAt(s, 2 * L, [](int i) { return (5 * i + 2) % (L - 1); }))
     KEL_COMPARE((m::luma<3, bt601>(s)))
     KEL_COMPARE((m::luma<3, bt709>(s)))
     KEL_COMPARE((m::luma<4, bt601>(s)))
@@ -116,6 +117,7 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE(m::lowBytes(Halves{v, w}))
     KEL_COMPARE(m::highBytes(Halves{v, w}))
     KEL_COMPARE(m::highBytes(a, b, as<Bytes>(v)[0] % 8))
+    KEL_COMPARE(m::highBytesByTurns(v, w))
     KEL_COMPARE(m::inRow(a))
     KEL_COMPARE(m::shiftUp(w, a[0] % 16))
     KEL_COMPARE(m::lookUp(a, b, as<Bytes>(w) % (2 * L)))

@@ -23,6 +23,7 @@
 //     store3(d, step, a, b, c)         Splits of signed words, clamped to 0..255, as triples of bytes
 //     store3of4(d, a, b, c)            as quadruples of bytes; the fourth byte in memory is kept
 //     loadRow(s, v), storeRow(d, v)    four vectors that lie side by side
+//     wordsAt(s, step, at)             words out of L bytes, from positions at(0), at(1) and so on, which the compiler knows
 //     storeQuads(d, v)                 v but for every fourth byte, which is 0 in v and kept in memory
 //     luma<bytes, k>(s)                luma<k>() of N pixels of 3 or 4 bytes; k.r weighs the first, k.b the third
 //     weigh<bytes, k>(s)               k.r R + k.g G + k.b B + k.add, as Halves, with weights from 0 to 127
@@ -56,6 +57,7 @@
 //     clampHalves(a, b)    words as bytes, clamped to 0..255: in each lane those of a, then those of b
 //     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b
 //     lowBytes(h), highBytes(h)   of the words of Halves
+//     highBytesByTurns(v, w)   of words, the first from v, the second from w
 //     inRow(v)             the first halves of all lanes, then the second ones
 //     luma<k>(r, g, b)     (k.r R + k.g G + k.b B + k.add) >> 8, of bytes, with positive weights that add up to 256, none
 //                          of R and B above 127

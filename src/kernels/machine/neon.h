@@ -87,6 +87,7 @@ template <bool pixelwise, class Byte> INLINE void moveOn(Byte*& p, size_t bytes)
     if constexpr (pixelwise) asm("" : "+r"(p));
 }
 
+using permutes::wordsAt;
 using plain::storeQuads;
 // These cores prefetch streams by themselves; whether ours would help was not measured.
 INLINE std::uintptr_t prefetchDistance() { return 0; }
@@ -155,6 +156,9 @@ INLINE Bytes clampPairs(Ints a, Ints b) {
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes highBytesByTurns(Words even, Words odd) {
+    return as<Bytes>(vtrn2q_u8(as<uint8x16_t>(even), as<uint8x16_t>(odd)));
+}
 INLINE Bytes inRow(Bytes v) { return v; }
 
 // ---- The words of N bytes: those of the first half and of the second

@@ -7,6 +7,10 @@ namespace kel {
 namespace {
 namespace permutes {
 
+template <class At> INLINE Words wordsAt(const u8* s, size_t step, At at) {
+    return as<Words>(permute(loadLanes(s, step), [=](int i) { return at(i / 2) + i % 2; }));
+}
+
 // ---- Triples: three planes <-> x y z x y z ...
 //
 // Element e of a run of triples belongs to plane e % 3. The number of elements in a lane (L / unit) is no multiple of

@@ -68,6 +68,13 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
     for (int i = 0; i < 4; ++i) store(d + i * N, v[i]);
 }
 
+template <class At> INLINE Words wordsAt(const u8* s, size_t step, At at) {
+    u16 words[N / 2];
+    for (int i = 0; i < N / 2; ++i)
+        std::memcpy(&words[i], s + static_cast<size_t>(i / (L / 2)) * step + at(i % (L / 2)), sizeof words[i]);
+    return load<Words>(words);
+}
+
 template <bool, class Byte> INLINE void moveOn(Byte*& p, size_t bytes) { p += bytes; }
 
 constexpr bool separatesAsItLoads = true;
@@ -165,6 +172,7 @@ INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Bytes highBytesByTurns(Words even, Words odd) { return as<Bytes>(even >> 8 | (odd & 0xFF00)); }
 INLINE Bytes inRow(Bytes v) {
     u8 bytes[N], row[N];
     store(bytes, v);
@@ -208,7 +216,7 @@ INLINE Words pairMeans(Split s) { return ((s.a >> 8) + (s.b >> 8)) >> 1; }
 
 template <int j> INLINE Split products(Bytes v) {
     const Split x = widen(v);
-    return {x.a * fill(j), x.b * fill(j)};
+    return {times(x.a, j), times(x.b, j)};
 }
 template <int j, int... k, class... More> INLINE Split products(Bytes v, Bytes w, More... more) {
     return products<j>(v) + products<k...>(w, more...);
@@ -240,14 +248,11 @@ template <int from> INLINE Words wordsOf(Sums s) {
     return mix(as<Words>(as<UnsignedWides>(s.a) >> from), as<Words>(as<UnsignedWides>(s.b) << (16 - from)));
 }
 
+// With each channel = 256 h + l this is exactly H + (L >> 8), H and L being the sums over the high and the low bytes.
 template <Weights k> INLINE Words weigh(Words r, Words g, Words b) {
-    static_assert(k.r + k.g + k.b == 256);
-    const auto weighed = [](UnsignedWides x, UnsignedWides y, UnsignedWides z) {
-        return x * static_cast<u32>(k.r) + y * static_cast<u32>(k.g) + z * static_cast<u32>(k.b) + k.add;
-    };
-    const auto even = [](Words w) { return as<UnsignedWides>(w) & 0xFFFF; };
-    const auto odd = [](Words w) { return as<UnsignedWides>(w) >> 16; };
-    return wordsOf<8>({as<Wides>(weighed(even(r), even(g), even(b))), as<Wides>(weighed(odd(r), odd(g), odd(b)))});
+    static_assert(k.r + k.g + k.b == 256 && k.r > 0 && k.g > 0 && k.b > 0);
+    const auto sum = [](Words x, Words y, Words z) { return times(x, k.r) + times(y, k.g) + times(z, k.b); };
+    return sum(r >> 8, g >> 8, b >> 8) + ((sum(r & 0xFF, g & 0xFF, b & 0xFF) + fill(k.add)) >> 8);
 }
 
 INLINE Sums clampSums(Sums s, i32 low, i32 high) {

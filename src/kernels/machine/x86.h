@@ -41,6 +41,7 @@ namespace machine {
 
 using permutes::load4;
 INLINE void load4(const u8* s, Bytes (&v)[4]) { plain::load4(s, v); }
+using permutes::wordsAt;
 using plain::load2;
 using plain::loadRow;
 using plain::moveOn;
@@ -186,6 +187,7 @@ INLINE Bytes packed(Words a, Words b) { return as<Bytes>(KEL_X86(packus_epi16)(a
 INLINE Bytes lowBytes(Halves h) { return packed(h.a & 0xFF, h.b & 0xFF); }
 INLINE Bytes highBytes(Halves h) { return packed(h.a >> 8, h.b >> 8); }
 #endif
+using plain::highBytesByTurns;
 #if defined(KEL_AVX2)
 INLINE Bytes inRow(Bytes v) { return as<Bytes>(_mm256_permute4x64_epi64(as<Register>(v), 0xD8)); }
 #else
