@@ -29,7 +29,7 @@ struct YuvLine {
 // 128 does not fit a signed weight, -128 does: U and V come from the negated sums.
 constexpr Weights negatedU{43, 85, -128, 0}, negatedV{-128, 107, 21, 0};
 
-// ---- The two forms of chroma, both of which take a byte a pixel
+// ---- The forms of chroma, all of which take a byte a pixel
 
 // U and V of each pixel. They have as neighbours the last pixel of the row before and the first one of the next row; the
 // first pixel of a half is its own neighbour.
@@ -73,6 +73,27 @@ private:
         return {as<Words>(highOfNegated(s.a)), as<Words>(highOfNegated(s.b))};
     }
 };
+
+// Where columns are apart and signed bytes can be added to others: U - 128 and V - 128 of each pixel. Weights have a sign
+// and eight bits there.
+struct ChromaApart {
+    static constexpr u8 bit = 128; // which tells them from U and V
+
+    template <Weights k> static INLINE void put(u8* d, const Apart<Rgb>& p) {
+        store2(d, samples<k>(p.even), samples<k>(p.odd));
+    }
+    static INLINE void connect(u8* row, u8* before, size_t width, bool first) {
+        before[width] = row[0];
+        row[-2] = first ? row[1] : before[width - 2], row[-1] = first ? row[0] : before[width - 1];
+    }
+
+private:
+    template <Weights k> static INLINE Bytes samples(const Rgb& p) {
+        if constexpr (k.b < 0) return highBytes(products<-k.b, -k.g, -k.r>(p.b, p.g, p.r));
+        return highBytes(products<-k.r, -k.g, -k.b>(p.r, p.g, p.b));
+    }
+};
+template <class Form> using FormOf = std::conditional_t<addsSignedBytes, ChromaApart, Form>;
 
 // The sink of the 2x2 demosaic. Lines have room for a whole block at their end.
 template <class Chroma> struct YuvLineSink {
@@ -127,18 +148,51 @@ private:
 // ---- Filters: the chroma of a row's pairs, from the lines of a half of `rows` rows
 //
 // filter() gives the line of chroma that is to be converted; then of() makes 4 (U - 128) or 4 (V - 128) of N / 2 pairs.
+// Where chroma is in bytes, Pairs walks along it, and next() gives N pairs.
 
 // (s0 + s1) >> 1
 struct PairFilter {
-    using Form = ChromaOfPairs;
+    using Form = FormOf<ChromaOfPairs>;
     static constexpr size_t lookahead = 0;
     static INLINE YuvLine filter(const LineRing& lines, size_t row, size_t, size_t) { return lines[row]; }
     static INLINE Ints of(const u8* sums) { return (load<Ints>(sums) + load<Ints>(sums)) & ~3; }
+
+    struct Pairs {
+        const u8 *y, *u, *v;
+        INLINE YuvApart next() {
+            const auto means = [](const u8* s) {
+                Bytes even, odd;
+                load2(s, even, odd);
+                return meanSigned(even, odd);
+            };
+            YuvApart p{{}, {}, means(u), means(v)};
+            load2(y, p.even, p.odd), stepOn(2 * N, y, u, v);
+            return p;
+        }
+    };
 };
 
 // (s-2 + s-1 + s0 + s1) >> 2: with the pair before.
 struct LcaaFilter : PairFilter {
     static INLINE Ints of(const u8* sums) { return (load<Ints>(sums - 2) + load<Ints>(sums)) & ~3; }
+
+    struct Pairs {
+        const u8 *y, *u, *v, *beforeU, *beforeV;
+        INLINE Pairs(const u8* luma, const u8* blue, const u8* red)
+            : y(luma), u(blue - 2), v(red - 2), beforeU(u), beforeV(v) {
+            stepOn(2, u, v);
+        }
+        INLINE YuvApart next() {
+            const auto means = [](const u8* before, const u8* s) {
+                Bytes a, b, c, d;
+                load2(before, a, b), load2(s, c, d);
+                return meanSigned(a, b, c, d);
+            };
+            YuvApart p{{}, {}, means(beforeU, u), means(beforeV, v)};
+            load2(y, p.even, p.odd), stepOn(2 * N, y, u, v, beforeU, beforeV);
+            return p;
+        }
+    };
 };
 
 // The four samples s-1 .. s2 of the row and of the one below, (sum + 4) >> 3. What four samples add up to is kept for the
@@ -148,27 +202,46 @@ struct LcaaFilter : PairFilter {
 // second-to-last row; and the last two pairs are not filtered, they take the chroma of their first pixel. Above the
 // lower half stands the upper half's last row; the upper half, which has nothing above, takes the row itself.
 struct LcaavFilter {
-    using Form = ChromaOfPixels;
+    using Form = FormOf<ChromaOfPixels>;
     static constexpr size_t lookahead = 2; // the row below needs the first sample of the next
 
     static INLINE YuvLine filter(const LineRing& lines, size_t row, size_t rows, size_t width) {
         const YuvLine line = lines[row], chroma{line.y, lines.more(0), lines.more(1)};
         u8 *const sumsU = lines.more(2), *const sumsV = lines.more(3);
-        for (size_t x = 0; row == 0 && x < width; x += N)
+        for (size_t x = 0; !addsSignedBytes && row == 0 && x < width; x += N)
             store(sumsU + x, sumsAt(line.u + x)), store(sumsV + x, sumsAt(line.v + x));
         const YuvLine other = row + 1 < rows ? lines[row + 1] : lines.above(row);
         if (row == 1 && rows == 2) { // the sample left of the first row is its mirror no more
             const YuvLine before = lines.above(0);
             other.u[-1] = before.u[width - 1], other.v[-1] = before.v[width - 1];
         }
-        for (size_t x = 0; x < width; x += N)
+        for (size_t x = 0; addsSignedBytes && x < width; x += 2 * N)
+            boxes(chroma.u + x / 2, line.u + x, other.u + x), boxes(chroma.v + x / 2, line.v + x, other.v + x);
+        for (size_t x = 0; !addsSignedBytes && x < width; x += N)
             box(chroma.u + x, sumsU + x, other.u + x), box(chroma.v + x, sumsV + x, other.v + x);
         if (row + 2 >= rows) finish(lines, row, rows, width / 2, chroma);
         return chroma;
     }
     static INLINE Ints of(const u8* chroma) { return load<Ints>(chroma); }
 
+    struct Pairs {
+        const u8 *y, *u, *v;
+        INLINE YuvApart next() {
+            YuvApart p{{}, {}, load(u), load(v)};
+            load2(y, p.even, p.odd), stepOn(2 * N, y), stepOn(N, u, v);
+            return p;
+        }
+    };
+
 private:
+    // Where chroma is in bytes. (Sums that are kept would be stored and loaded again, which is half the work.)
+    static INLINE void boxes(u8* d, const u8* here, const u8* other) {
+        const auto sums = [=](int x) {
+            const Words row = addPairSums(signedPairSums(load(here + x - 1)), load(here + x + 1));
+            return addPairSums(addPairSums(row, load(other + x - 1)), load(other + x + 1));
+        };
+        store(d, eighths({sums(0), sums(N)}));
+    }
     static INLINE Words sumsAt(const u8* s) { return pairSums<1, 1>(load(s - 1)) + pairSums<1, 1>(load(s + 1)); }
     static INLINE void box(u8* d, u8* sums, const u8* other) {
         const Words here = load<Words>(sums), there = sumsAt(other);
@@ -176,15 +249,22 @@ private:
         store(d, (as<Ints>(here + there + fill(4 - 8 * 128)) >> 1) & ~3);
     }
 
+    static constexpr u8 bit = addsSignedBytes ? ChromaApart::bit : 0;
     static __attribute__((noinline)) void finish(const LineRing& lines, size_t row, size_t rows, size_t pairs,
                                                  const YuvLine& chroma) {
         const YuvLine line = lines[row], above = lines.above(row);
-        const auto put = [](u8* d, size_t pair, int value) { // 4 (value - 128)
+        const auto put = [](u8* d, size_t pair, int value) { // 4 (value - 128), or signed
+            if constexpr (addsSignedBytes) {
+                d[pair] = static_cast<u8>(value ^ bit);
+                return;
+            }
             const auto word = static_cast<i16>(4 * value - 512);
             std::memcpy(d + 2 * pair, &word, sizeof word);
         };
         const auto mean = [](const u8* s, const u8* t) {
-            return (*(s - 1) + s[0] + s[1] + s[2] + *(t - 1) + t[0] + t[1] + t[2] + 4) >> 3;
+            int sum = 4;
+            for (int i = -1; i < 3; ++i) sum += (*(s + i) ^ bit) + (*(t + i) ^ bit);
+            return sum >> 3;
         };
         if (row + 2 == rows) {
             const size_t x = 2 * pairs - 2;
@@ -193,7 +273,7 @@ private:
         }
         for (size_t pair = pairs > 2 ? pairs - 2 : 0; pair < pairs; ++pair)
             if (row * pairs + pair + 2 >= rows * pairs)
-                put(chroma.u, pair, line.u[2 * pair]), put(chroma.v, pair, line.v[2 * pair]);
+                put(chroma.u, pair, line.u[2 * pair] ^ bit), put(chroma.v, pair, line.v[2 * pair] ^ bit);
     }
 };
 
@@ -205,9 +285,31 @@ INLINE void keep(u8* d, const YuvPairs& p) {
     PairsWriter::put(d, {as<Bytes>(chroma ^ 0x8080), p.luma});
 }
 
+INLINE void keep(u8* d, const YuvApart& p) { store4(d, p.u ^ ChromaApart::bit, p.even, p.v ^ ChromaApart::bit, p.odd); }
+
+// Where chroma is in bytes. (Lines can be read beyond their end.)
+template <class Filter, class W>
+INLINE void convertApart(u8* d, u8* kept, const u8* y, const u8* u, const u8* v, size_t width) {
+    typename Filter::Pairs pairs{y, u, v};
+    RowSink<W> output{d, W()};
+    for (size_t blocks = width / (2 * N); blocks > 0; --blocks) {
+        const YuvApart p = pairs.next();
+        output.put(0, coloursOf(p)), output.stepOn(2 * N);
+        if (kept) keep(kept, p), stepOn(4 * N, kept);
+    }
+    const size_t rest = width % (2 * N);
+    if (rest == 0) return;
+    const YuvApart p = pairs.next();
+    output.putPart(0, coloursOf(p), rest);
+    alignas(N) u8 packed[4 * N];
+    keep(packed, p);
+    if (kept) std::memcpy(kept, packed, 2 * rest);
+}
+
 // A row to the output and, in the lower half, to the source. (Pointers, since g++ copies structures by vectors, which have
 // to wait for the words of them to be written.)
 template <class Filter, class W> void convertRow(u8* d, u8* kept, const u8* y, const u8* u, const u8* v, size_t width) {
+    if constexpr (addsSignedBytes) return convertApart<Filter, W>(d, kept, y, u, v, width);
     const auto pairs = [=](size_t x) { return YuvPairs{load(y + x), Filter::of(u + x), Filter::of(v + x)}; };
     if (width < N) {
         const YuvPairs p = pairs(0);

@@ -124,6 +124,29 @@ template <class Rule> INLINE RgbSums coloursOf(const YuvPairs& p) {
     return {channel(c.r), channel(c.g), channel(c.b)};
 }
 
+// Pairs of pixels, the first apart from the second, and U - 128 and V - 128 of each pair, of a colour.
+struct YuvApart {
+    Bytes even, odd, u, v;
+};
+// What productDown makes of every signed byte is the product with n / 10000, rounded towards 0.
+constexpr bool isProduct(int k, int n) {
+    for (int s = -128; s < 128; ++s)
+        if ((s * k >> 15) + (s < 0) != s * n / 10000) return false;
+    return true;
+}
+static_assert(isProduct(25264, 7710) && isProduct(13180, 4022) && isProduct(11329, 3457) && isProduct(23409, 7144));
+
+// In signed bytes: 1.771 u and 1.4022 v are added in two parts of the same sign, so that it does not matter to clamp after
+// the first one. What green loses is less than 128 for all colours.
+INLINE Apart<Rgb> coloursOf(const YuvApart& p) {
+    const Bytes blue = productDown<25264>(p.u), red = productDown<13180>(p.v);
+    const Bytes green = -(productDown<11329>(p.u) + productDown<23409>(p.v));
+    const auto colours = [=](Bytes luma) {
+        return Rgb{addSigned(addSigned(luma, p.v), red), addSigned(luma, green), addSigned(addSigned(luma, p.u), blue)};
+    };
+    return {colours(p.even), colours(p.odd)};
+}
+
 template <class Layout> struct YuvReader : Reader<Layout::bits> {
     static constexpr bool separates = Layout::separates;
     static INLINE RgbSums get(const u8* s) { return coloursOf<TruncatedProducts>(Layout::samples(s)); }

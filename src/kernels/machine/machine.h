@@ -44,6 +44,10 @@
 //     mean(a, b)           (a + b) >> 1
 //     mean(a, b, c, d)     (a + b + c + d) >> 2, of bytes
 //     addSaturated(a, b)   bytes, at most 255
+//     meanSigned(a, b), meanSigned(a, b, c, d)   of signed bytes, rounded down
+//     addSigned(v, s)      v + s of signed bytes, at least 0 and at most 255
+//     productDown<k>(s)    k / 2^15 of signed bytes, rounded down; plus 1 below 0
+//     addsSignedBytes      whether these three take an instruction or few. Then chroma is kept in bytes
 //     zeros(v)             a bit for each byte, the lowest for the first one: 1 where the byte is 0
 //     swapped(w)           words in the other byte order
 //     times(w, k)          words times a constant
@@ -52,6 +56,8 @@
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
 //     highOfNegated(w)     (-w) >> 8 of signed words; not for -2^15
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
+//     signedPairSums(v), addPairSums(w, v)   of pairs of signed bytes, and w plus these
+//     eighths(h)           (w + 4) >> 3 of signed words in a row, as bytes
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
 //                          signed bytes, the sum a signed word
 //     clampHalves(a, b)    words as bytes, clamped to 0..255: in each lane those of a, then those of b

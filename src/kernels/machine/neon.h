@@ -79,6 +79,7 @@ INLINE void storeRow(u8* d, const Bytes (&v)[4]) {
 constexpr bool separatesAsItLoads = true;
 constexpr bool pacesLoops = false; // not measured
 constexpr bool movesAsItLoads = true;
+constexpr bool addsSignedBytes = true;
 
 // Loads that separate and stores that weave take no offset, but move their address on for nothing. Where g++ sees through
 // a few steps of a loop, it makes an address for each of them instead.
@@ -116,6 +117,20 @@ INLINE Bytes mean(Bytes a, Bytes b, Bytes c, Bytes d) {
 
 INLINE Bytes addSaturated(Bytes a, Bytes b) { return as<Bytes>(vqaddq_u8(u8x16(a), u8x16(b))); }
 
+INLINE Bytes addSigned(Bytes v, Bytes s) { return as<Bytes>(vsqaddq_u8(u8x16(v), as<int8x16_t>(s))); }
+INLINE Bytes meanSigned(Bytes a, Bytes b) { return as<Bytes>(vhaddq_s8(as<int8x16_t>(a), as<int8x16_t>(b))); }
+INLINE Bytes meanSigned(Bytes a, Bytes b, Bytes c, Bytes d) { // as mean()
+    const auto up = [](Bytes x, Bytes y) { return as<Bytes>(vrhaddq_s8(as<int8x16_t>(x), as<int8x16_t>(y))); };
+    return as<Bytes>(vminq_s8(as<int8x16_t>(meanSigned(up(a, b), meanSigned(c, d))),
+                              as<int8x16_t>(meanSigned(meanSigned(a, b), up(c, d)))));
+}
+template <int k> INLINE Bytes productDown(Bytes s) { // half of the doubled products' upper words, then their sign bit
+    const int8x16_t v = as<int8x16_t>(s);
+    const Bytes low = as<Bytes>(vqdmulhq_n_s16(vmovl_s8(vget_low_s8(v)), k));
+    const Bytes high = as<Bytes>(vqdmulhq_n_s16(vmovl_high_s8(v), k));
+    return as<Bytes>(vsraq_n_u8(u8x16(unzip<0>(low, high)), u8x16(s), 7));
+}
+
 INLINE u64 zeros(Bytes v) {
     constexpr Bytes weights{1, 2, 4, 8, 16, 32, 64, 128, 1, 2, 4, 8, 16, 32, 64, 128};
     uint8x16_t sums = vandq_u8(vceqzq_u8(u8x16(v)), u8x16(weights));
@@ -149,6 +164,9 @@ template <int l, int r> INLINE Words pairSums(Bytes v) {
     if constexpr (l == 1 && r == 1) return as<Words>(vpaddlq_u8(u8x16(v)));
     return plain::pairSums<l, r>(v);
 }
+INLINE Words signedPairSums(Bytes v) { return as<Words>(vpaddlq_s8(as<int8x16_t>(v))); }
+INLINE Words addPairSums(Words w, Bytes v) { return as<Words>(vpadalq_s8(s16x8(w), as<int8x16_t>(v))); }
+INLINE Bytes eighths(Halves h) { return as<Bytes>(vrshrn_high_n_s16(vrshrn_n_s16(s16x8(h.a), 3), s16x8(h.b), 3)); }
 INLINE Bytes clampHalves(Ints a, Ints b) { return as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(a)), s16x8(b))); }
 INLINE Bytes clampPairs(Ints a, Ints b) {
     return arrange(clampHalves(a, b), [](int i) { return i / 2 + i % 2 * (N / 2); });

@@ -81,6 +81,7 @@ constexpr bool separatesAsItLoads = true;
 constexpr bool pacesLoops = true;
 
 constexpr bool movesAsItLoads = false;
+constexpr bool addsSignedBytes = false;
 
 // It is no access to memory, so the address may lie behind the buffer. A distance of 0: not at all.
 INLINE std::uintptr_t prefetchDistance() { return __atomic_load_n(&prefetchAhead, __ATOMIC_RELAXED); }
@@ -122,6 +123,32 @@ INLINE Bytes addSaturated(Bytes a, Bytes b) {
     return sum | as<Bytes>(sum < a);
 }
 
+INLINE Ints mulHigh(Ints a, Ints b) {
+    i16 x[N / 2], y[N / 2];
+    store(x, a), store(y, b);
+    for (int i = 0; i < N / 2; ++i) x[i] = static_cast<i16>(x[i] * y[i] >> 16);
+    return load<Ints>(x);
+}
+
+INLINE Words clamped(Ints v) {
+    v = v > 0 ? v : Ints{};
+    v = v < 255 ? v : Ints{} + 255;
+    return as<Words>(v);
+}
+INLINE Ints firstSigned(Bytes s) { return as<Ints>(as<Words>(s) << 8) >> 8; }
+INLINE Ints secondSigned(Bytes s) { return as<Ints>(s) >> 8; }
+INLINE Bytes addSigned(Bytes v, Bytes s) {
+    const Words even = clamped(as<Ints>(firstOfPairs(v)) + firstSigned(s));
+    const Words odd = clamped(as<Ints>(secondOfPairs(v)) + secondSigned(s));
+    return as<Bytes>(even | odd << 8);
+}
+INLINE Bytes meanSigned(Bytes a, Bytes b) { return mean(a ^ 128, b ^ 128) ^ 128; }
+INLINE Bytes meanSigned(Bytes a, Bytes b, Bytes c, Bytes d) { return mean(a ^ 128, b ^ 128, c ^ 128, d ^ 128) ^ 128; }
+template <int k> INLINE Bytes productDown(Bytes s) {
+    const auto product = [](Ints v) { return as<Words>(mulHigh(v + v, Ints{} + static_cast<i16>(k)) - (v >> 15)); };
+    return as<Bytes>((product(firstSigned(s)) & 0xFF) | product(secondSigned(s)) << 8);
+}
+
 INLINE u64 zeros(Bytes v) {
     u64 bits = 0;
     for (int i = 0; i < N; ++i) bits |= u64{v[i] == 0} << i;
@@ -144,13 +171,6 @@ INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
 }
 INLINE Words shiftUp(Words w, int by) { return w << static_cast<u16>(by); }
 
-INLINE Ints mulHigh(Ints a, Ints b) {
-    i16 x[N / 2], y[N / 2];
-    store(x, a), store(y, b);
-    for (int i = 0; i < N / 2; ++i) x[i] = static_cast<i16>(x[i] * y[i] >> 16);
-    return load<Ints>(x);
-}
-
 INLINE Ints highOfNegated(Words w) { return as<Ints>(0 - w) >> 8; }
 
 INLINE Words fillBytePairs(int j, int k) { return fill((j & 255) | (k & 255) << 8); }
@@ -162,17 +182,15 @@ template <int l, int r> INLINE Words pairSums(Bytes v) {
     return firstOfPairs(v) * fill(l) + secondOfPairs(v) * fill(r);
 }
 
-INLINE Words clamped(Ints v) {
-    v = v > 0 ? v : Ints{};
-    v = v < 255 ? v : Ints{} + 255;
-    return as<Words>(v);
-}
+INLINE Words signedPairSums(Bytes v) { return as<Words>(firstSigned(v) + secondSigned(v)); }
+INLINE Words addPairSums(Words w, Bytes v) { return w + signedPairSums(v); }
 INLINE Bytes clampHalves(Ints a, Ints b) { return unzip<0>(as<Bytes>(clamped(a)), as<Bytes>(clamped(b))); }
 INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(b) << 8); }
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes highBytesByTurns(Words even, Words odd) { return as<Bytes>(even >> 8 | (odd & 0xFF00)); }
+INLINE Bytes eighths(Halves h) { return lowBytes(Halves{(h.a + 4) >> 3, (h.b + 4) >> 3}); }
 INLINE Bytes inRow(Bytes v) {
     u8 bytes[N], row[N];
     store(bytes, v);

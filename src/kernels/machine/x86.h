@@ -143,6 +143,13 @@ INLINE Words times(Words v, int k) {
 }
 
 // A shift by a variable count is two micro-operations.
+using plain::addPairSums;
+using plain::addSigned;
+using plain::addsSignedBytes;
+using plain::eighths;
+using plain::meanSigned;
+using plain::productDown;
+using plain::signedPairSums;
 INLINE Bytes highBytes(Bytes high, Bytes low, int by) { return plain::highBytes(high, low, by); }
 INLINE Words shiftUp(Words w, int by) { return w * fill(1 << by); }
 
