@@ -142,7 +142,6 @@ INLINE Words times(Words v, int k) {
     return v * factor;
 }
 
-// A shift by a variable count is two micro-operations.
 using plain::addPairSums;
 using plain::addSigned;
 using plain::addsSignedBytes;
@@ -151,6 +150,7 @@ using plain::meanSigned;
 using plain::productDown;
 using plain::signedPairSums;
 INLINE Bytes highBytes(Bytes high, Bytes low, int by) { return plain::highBytes(high, low, by); }
+// A shift by a variable count is two micro-operations.
 INLINE Words shiftUp(Words w, int by) { return w * fill(1 << by); }
 
 #if defined(__wasm__)
