@@ -24,10 +24,12 @@ INLINE const u8* whenThere(const u8* p, const u8* loaded) {
     return p + (byte >> 8);
 }
 
+constexpr size_t larger(size_t a, size_t b) { return a < b ? b : a; }
+
 // Takes so many turns: turn() reads and writes so many bytes at s and at d, and moves them on.
 template <size_t read, size_t written, class Turn, class... To>
 INLINE void takeTurns(size_t turns, const Turn& turn, const u8*& s, To&... d) {
-    constexpr size_t bytes = read > written ? read : written, most = bytes < 512 ? 512 / bytes : 1;
+    constexpr size_t bytes = larger(read, written), most = bytes < 512 ? 512 / bytes : 1;
     const bool paced = isPaced(turns * written);
     while (turns > 0) {
         const u8* const beginning = s + (read - 1);
