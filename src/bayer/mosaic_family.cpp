@@ -32,7 +32,7 @@ Refusal convert(const FilteredFamily& family, const FilteredCall& call) {
         const std::unique_ptr<u8, Free> scratch(static_cast<u8*>(std::malloc(scratchSize(call.width))));
         if (scratch)
             kernel(bytes(call.destination), bytes(call.source), call.width, call.height, phaseOf(call.pattern),
-                   scratch.get());
+                   alignedLines(scratch.get()));
     });
 }
 

@@ -31,8 +31,8 @@ constexpr Weights negatedU{43, 85, -128, 0}, negatedV{-128, 107, 21, 0};
 
 // ---- The forms of chroma, all of which take a byte a pixel
 
-// U and V of each pixel. They have as neighbours the last pixel of the row before and the first one of the next row; the
-// first pixel of a half is its own neighbour.
+// U - 128 and V - 128 of each pixel. They have as neighbours the last pixel of the row before and the first one of the
+// next row; the first pixel of a half is its own neighbour.
 struct ChromaOfPixels {
     template <Weights k, class Colours> static INLINE void put(u8* d, const Apart<Colours>& p) {
         store2(d, samples<k>(p.even), samples<k>(p.odd));
@@ -46,8 +46,7 @@ struct ChromaOfPixels {
 
 private:
     template <Weights k, class Colours> static INLINE Bytes samples(const Colours& p) {
-        const Split s = weigh<k>(p); // negated: (128 * 256 - s) >> 8
-        return highBytes(Split{fill(128 * 256) - s.a, fill(128 * 256) - s.b});
+        return highBytes(weighNegated<k>(p));
     }
 };
 
@@ -77,8 +76,6 @@ private:
 // Where columns are apart and signed bytes can be added to others: U - 128 and V - 128 of each pixel. Weights have a sign
 // and eight bits there.
 struct ChromaApart {
-    static constexpr u8 bit = 128; // which tells them from U and V
-
     template <Weights k> static INLINE void put(u8* d, const Apart<Rgb>& p) {
         store2(d, samples<k>(p.even), samples<k>(p.odd));
     }
@@ -106,6 +103,10 @@ template <class Chroma> struct YuvLineSink {
     }
     template <class Colours> INLINE void putPart(size_t x, const Colours& p, size_t) const { put(x, p); }
     INLINE void stepOn(size_t pixels) { kel::stepOn(pixels, line.y, line.u, line.v); }
+    static constexpr bool repeats = std::is_same_v<Chroma, ChromaOfPixels>; // a pair's chroma cannot be put right
+    INLINE void repeatLast(size_t width) const {
+        for (u8* const plane : {line.y, line.u, line.v}) plane[width - 1] = plane[width - 2];
+    }
 
 private:
     template <class Colours> static INLINE void putLuma(u8* d, const Apart<Colours>& p) {
@@ -242,28 +243,28 @@ private:
         };
         store(d, eighths({sums(0), sums(N)}));
     }
-    static INLINE Words sumsAt(const u8* s) { return pairSums<1, 1>(load(s - 1)) + pairSums<1, 1>(load(s + 1)); }
+    static INLINE Words sumsAt(const u8* s) { return signedPairSums(load(s - 1)) + signedPairSums(load(s + 1)); }
     static INLINE void box(u8* d, u8* sums, const u8* other) {
         const Words here = load<Words>(sums), there = sumsAt(other);
         store(sums, there);
-        store(d, (as<Ints>(here + there + fill(4 - 8 * 128)) >> 1) & ~3);
+        store(d, (as<Ints>(here + there + fill(4)) >> 1) & ~3);
     }
 
-    static constexpr u8 bit = addsSignedBytes ? ChromaApart::bit : 0;
     static __attribute__((noinline)) void finish(const LineRing& lines, size_t row, size_t rows, size_t pairs,
                                                  const YuvLine& chroma) {
         const YuvLine line = lines[row], above = lines.above(row);
-        const auto put = [](u8* d, size_t pair, int value) { // 4 (value - 128), or signed
+        const auto sample = [](u8 byte) { return static_cast<signed char>(byte); };
+        const auto put = [](u8* d, size_t pair, int value) {
             if constexpr (addsSignedBytes) {
-                d[pair] = static_cast<u8>(value ^ bit);
+                d[pair] = static_cast<u8>(value);
                 return;
             }
-            const auto word = static_cast<i16>(4 * value - 512);
+            const auto word = static_cast<i16>(4 * value);
             std::memcpy(d + 2 * pair, &word, sizeof word);
         };
-        const auto mean = [](const u8* s, const u8* t) {
+        const auto mean = [=](const u8* s, const u8* t) {
             int sum = 4;
-            for (int i = -1; i < 3; ++i) sum += (*(s + i) ^ bit) + (*(t + i) ^ bit);
+            for (int i = -1; i < 3; ++i) sum += sample(*(s + i)) + sample(*(t + i));
             return sum >> 3;
         };
         if (row + 2 == rows) {
@@ -273,7 +274,7 @@ private:
         }
         for (size_t pair = pairs > 2 ? pairs - 2 : 0; pair < pairs; ++pair)
             if (row * pairs + pair + 2 >= rows * pairs)
-                put(chroma.u, pair, line.u[2 * pair] ^ bit), put(chroma.v, pair, line.v[2 * pair] ^ bit);
+                put(chroma.u, pair, sample(line.u[2 * pair])), put(chroma.v, pair, sample(line.v[2 * pair]));
     }
 };
 
@@ -285,7 +286,7 @@ INLINE void keep(u8* d, const YuvPairs& p) {
     PairsWriter::put(d, {as<Bytes>(chroma ^ 0x8080), p.luma});
 }
 
-INLINE void keep(u8* d, const YuvApart& p) { store4(d, p.u ^ ChromaApart::bit, p.even, p.v ^ ChromaApart::bit, p.odd); }
+INLINE void keep(u8* d, const YuvApart& p) { store4(d, p.u ^ 128, p.even, p.v ^ 128, p.odd); }
 
 // Where chroma is in bytes. (Lines can be read beyond their end.)
 template <class Filter, class W>
@@ -342,8 +343,8 @@ __attribute__((noinline)) void demosaicRow(const LineRing& lines, size_t half, s
     const size_t y = half + row, last = height - 2; // the last row repeats the one above
     const RowPair rows = rowPair(s, width, y < last ? y : last, phase);
     const YuvLineSink<Form> sink{lines[row]};
-    withDemosaic<SamplesOf<Samples>>(phase,
-                                     [&](const auto& demosaic) { row2x2(rows, width, Samples(), sink, demosaic); });
+    withDemosaic<SamplesOf<Samples>>(
+        phase, [&](const auto& demosaic) { row2x2(rows, width, y < last, Samples(), sink, demosaic); });
     lines.connect<Form>(row);
 }
 

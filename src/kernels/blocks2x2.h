@@ -191,6 +191,17 @@ INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, c
     frontBlocks2x2<true>(row, width, read, sink, rule);
     lastBlock2x2(row, width, read, sink, rule);
 }
+// `more`: more of the image follows the rows. Then what is right of a row is the first sample of the next, and where the
+// row is a whole number of blocks, the pixel that comes of it is put right.
+template <class S, class Sink> INLINE bool isWhole(size_t width, bool more) {
+    return more && width % samplesAtOnce<S> == 0 && Sink::repeats;
+}
+template <class S, class Sink, class Rule>
+INLINE void row2x2(RowPair row, size_t width, bool more, const S& read, const Sink& sink, const Rule& rule) {
+    if (!isWhole<S, Sink>(width, more)) return row2x2(row, width, read, sink, rule);
+    frontBlocks2x2<true>(row, width + 1, read, sink, rule);
+    sink.repeatLast(width);
+}
 
 // Two rows of pixels at once, from three of samples. `middleFirst`: both blocks begin with the middle row.
 template <bool middleFirst> struct RowTriple {
@@ -218,12 +229,10 @@ INLINE void frontBlocks2x2(RowTriple<middleFirst> row, size_t end, const S& read
         top.stepOn(), middle.stepOn(), bottom.stepOn(), upper.stepOn(block), lower.stepOn(block);
     }
 }
-// `more`: more of the image follows the rows. Then what is right of a row is the first sample of the next, and the pixel
-// that comes of it is put right.
 template <bool middleFirst, class S, class Sink, class Rule>
 INLINE void rows2x2(RowTriple<middleFirst> row, size_t width, bool more, const S& read, const Sink& upper,
                     const Sink& lower, const Rule& rule) {
-    const bool whole = more && width % samplesAtOnce<S> == 0 && Sink::repeats;
+    const bool whole = isWhole<S, Sink>(width, more);
     frontBlocks2x2(row, width + whole, read, upper, lower, rule);
     if (whole) return upper.repeatLast(width), lower.repeatLast(width);
     for (const bool isLower : {false, true})

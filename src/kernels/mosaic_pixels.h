@@ -59,16 +59,25 @@ INLINE Alternating alternating(Blocks<Bytes> s, const Phase2x2& phase) {
 }
 
 // Byte pairs of `here` are the red and blue of the even pixels, those of `next` of the odd ones.
-template <Weights k> INLINE Split weigh(const Alternating& p, Split g, const Phase2x2& phase) {
+template <Weights k> INLINE Split weighRedAndBlue(const Alternating& p, const Phase2x2& phase) {
     const int first = k.b + phase.redIsEven * (k.r - k.b), second = k.r + k.b - first;
-    return {weighPairs(p.here, fillBytePairs(first, second)) + times(g.a, k.g) + fill(k.add),
-            weighPairs(p.next, fillBytePairs(second, first)) + times(g.b, k.g) + fill(k.add)};
+    return {weighPairs(p.here, fillBytePairs(first, second)), weighPairs(p.next, fillBytePairs(second, first))};
+}
+INLINE Split times(Split s, int k) { return {times(s.a, k), times(s.b, k)}; }
+template <Weights k> INLINE Split weigh(const Alternating& p, Split g, const Phase2x2& phase) {
+    return weighRedAndBlue<k>(p, phase) + times(g, k.g) + k.add;
 }
 // So are those of `greenHere` and `greenNext` their two greens.
+INLINE Split greenOf(const Alternating& p) {
+    return {pairSums<1, 1>(p.greenHere) >> 1, pairSums<1, 1>(p.greenNext) >> 1};
+}
 template <Weights k> INLINE Split weigh(const MosaicPixels& p) {
     const Alternating colours = alternating(p.s, p.phase);
-    const Split green{pairSums<1, 1>(colours.greenHere) >> 1, pairSums<1, 1>(colours.greenNext) >> 1};
-    return weigh<k>(colours, green, p.phase);
+    return weigh<k>(colours, greenOf(colours), p.phase);
+}
+template <Weights k> INLINE Split weighNegated(const MosaicPixels& p) {
+    const Alternating colours = alternating(p.s, p.phase);
+    return times(greenOf(colours), -k.g) - weighRedAndBlue<k>(colours, p.phase);
 }
 
 // As store3<1>, in two look-ups a vector.

@@ -94,6 +94,7 @@ constexpr Weights bt601{77, 150, 29, 0};   // ITU-R BT.601 in 1/256, truncated
 constexpr Weights bt709{54, 184, 18, 128}; // ITU-R BT.709 in 1/256, rounded
 
 template <Weights k> INLINE Split weigh(const Rgb& p) { return weigh<k>(p.r, p.g, p.b); }
+template <Weights k> INLINE Split weighNegated(const Rgb& p) { return Split{} - weigh<k>(p); } // k.add is 0
 template <Weights k> INLINE Split weigh(const RgbSums& p) { return weigh<k>(to8(p)); }
 
 // The sums of 16-bit channels, >> 8.

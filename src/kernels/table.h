@@ -10,7 +10,7 @@ using ShiftedRun = void (*)(u8* destination, const u8* source, size_t pixels, in
 using Mosaic = void (*)(u8* destination, const u8* source, size_t width, size_t height, unsigned phase);
 using ShiftedMosaic = void (*)(u8* destination, const u8* source, size_t width, size_t height, unsigned phase,
                                int shift);
-// Overwrites the source; scratch: scratchSize(width) bytes.
+// Overwrites the source; scratch: scratchSize(width) bytes, from an address that alignedLines gives.
 using FilteredMosaic = void (*)(u8* destination, u8* source, size_t width, size_t height, unsigned phase, u8* scratch);
 
 constexpr unsigned outputCount = OrvOutputRgb48 + 1;

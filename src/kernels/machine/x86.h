@@ -148,7 +148,6 @@ using plain::addsSignedBytes;
 using plain::eighths;
 using plain::meanSigned;
 using plain::productDown;
-using plain::signedPairSums;
 INLINE Bytes highBytes(Bytes high, Bytes low, int by) { return plain::highBytes(high, low, by); }
 // A shift by a variable count is two micro-operations.
 INLINE Words shiftUp(Words w, int by) { return w * fill(1 << by); }
@@ -174,6 +173,7 @@ INLINE Words weighPairs(Bytes v, Words factors) {
     return as<Words>(KEL_X86(maddubs_epi16)(as<Register>(v), as<Register>(factors)));
 }
 
+INLINE Words signedPairSums(Bytes v) { return weighPairs(Bytes{} + 1, as<Words>(v)); }
 template <int l, int r> INLINE Words pairSums(Bytes v) { return weighPairs(v, fillBytePairs(l, r)); }
 
 // 16 bytes by 16 bytes, the words of a before those of b.
