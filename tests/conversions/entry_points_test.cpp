@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <latch>
 #include <list>
 #include <new>
 #include <thread>
@@ -14,6 +13,7 @@
 #include "entry_points.h"
 #include "orvella/zeb.h"
 #include "support/fill.h"
+#include "support/start_line.h"
 
 namespace {
 
@@ -93,11 +93,11 @@ AllCalls callAll() {
 TEST(Threads, CallEveryEntryPointAtOnce) {
     constexpr std::size_t threadCount = 4;
     std::vector<AllCalls> made(threadCount);
-    std::latch start(threadCount);
+    support::StartLine start(threadCount);
     std::vector<std::thread> threads;
     for (AllCalls& calls : made)
         threads.emplace_back([&] {
-            start.arrive_and_wait();
+            start.wait();
             calls = callAll();
         });
     for (std::thread& thread : threads) thread.join();

@@ -1,7 +1,6 @@
 // Many threads at once, from the library's very first call on: they race to find the instruction-set level, too.
 #include <gtest/gtest.h>
 
-#include <latch>
 #include <thread>
 #include <vector>
 
@@ -10,6 +9,7 @@
 #include "definition/definition.h"
 #include "support/compare.h"
 #include "support/fill.h"
+#include "support/start_line.h"
 
 namespace {
 
@@ -47,11 +47,11 @@ TEST(Threads, ConvertAtOnce) {
     for (auto& list : jobs)
         for (const Conversion& conversion : catalogue::conversions()) list.emplace_back(conversion, random);
 
-    std::latch start(threadCount);
+    support::StartLine start(threadCount);
     std::vector<std::thread> threads;
     for (auto& list : jobs)
         threads.emplace_back([&start, &list] {
-            start.arrive_and_wait();
+            start.wait();
             for (Job& job : list) job.run();
         });
     for (std::thread& thread : threads) thread.join();

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
-#include <latch>
 #include <limits>
 #include <thread>
 #include <vector>
@@ -17,6 +16,7 @@
 #include "orvella/exceptions.hpp"
 #include "orvella/orv.h"
 #include "support/pages.h"
+#include "support/start_line.h"
 
 namespace {
 
@@ -96,11 +96,11 @@ TEST(ColorCorrectionObjects, CanBeMadeAndDestroyedByManyThreads) {
     constexpr std::size_t threadCount = 4, rounds = 500;
     const std::size_t before = kel::registry().size();
     std::vector<std::vector<ColorCorrectionHandle>> handles(threadCount, std::vector<ColorCorrectionHandle>(rounds));
-    std::latch start(threadCount);
+    support::StartLine start(threadCount);
     std::vector<std::thread> threads;
     for (auto& own : handles)
         threads.emplace_back([&start, &own] {
-            start.arrive_and_wait();
+            start.wait();
             for (std::size_t i = 0; i < rounds; ++i) {
                 OrvCreateColorCorrectionMatrix_Int8(identity, &own[i]);
                 if (i % 2 == 1) OrvDestroyColorCorrection(own[i - 1]);
