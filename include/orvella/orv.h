@@ -11,7 +11,7 @@
  *   Sizes         Computed in 64 bits, so n may be 2^32 and more where width and height are the arguments, except where
  *                 a function says otherwise.
  *   Threads       Any number of threads may call at once, each with its own buffers. No function takes a lock, starts a
- *                 thread or allocates memory, unless its comment says so. A call takes up to 32 KiB of stack,
+ *                 thread or allocates memory, unless its comment says so. A call takes up to 40 KiB of stack,
  *                 OrvResampleScanlines up to 80 KiB.
  *   Fourth byte   32-bit outputs (BGRA32, RGBA32) keep what the caller's buffer held in the fourth byte of a pixel.
  *   16-bit words  Written in the machine's native (little-endian) order.

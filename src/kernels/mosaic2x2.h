@@ -77,7 +77,7 @@ INLINE RowPair rowPair(const u8* s, size_t pitch, size_t y, unsigned phase) {
 
 // Of two rows at once, which share one row of samples, whose colour may be common to both: for luma, where columns are kept
 // apart.
-template <class W> constexpr size_t rowsAtOnce = separatesAsItLoads&& RowSink<W>::takesPairs ? 2 : 1;
+template <class W> constexpr size_t rowsAtOnce = (RowSink<W>::takesPairs && separatesAsItLoads) ? 2 : 1;
 template <class F> INLINE void withRowTriples(unsigned phase, const F& f) {
     phase / 2 % 2 == 0 ? f(RowTriple<false>()) : f(RowTriple<true>());
 }

@@ -105,7 +105,8 @@ template <Weights k> INLINE Halves weigh(const Rgb16& p) {
 // The sums of both pixels: the common colour is weighed once, and then added to the others.
 template <Weights k, bool redIsEven> INLINE Apart<Split> weighInParts(const MosaicPair<redIsEven>& p) {
     constexpr int sign = k.g < 0 ? -1 : 1, common = redIsEven ? k.b : k.r, other = redIsEven ? k.r : k.b;
-    const Split product = products < common < 0 ? -common : common > (p.common());
+    constexpr int size = common < 0 ? -common : common;
+    const Split product = products<size>(p.common());
     const Split part = (common < 0 ? Split{} - product : product) + k.add;
     const auto sum = [&](const Rgb& q) {
         const Split others = products<sign * k.g, sign * other>(q.g, p.other(q));

@@ -79,7 +79,6 @@ template <bool, class Byte> INLINE void moveOn(Byte*& p, size_t bytes) { p += by
 
 constexpr bool separatesAsItLoads = true;
 constexpr bool pacesLoops = true;
-
 constexpr bool movesAsItLoads = false;
 constexpr bool addsSignedBytes = false;
 
@@ -163,11 +162,11 @@ INLINE Words times(Words w, int k) {
     return w * fill(k);
 }
 
+INLINE Bytes highBytesByTurns(Words even, Words odd) { return as<Bytes>(even >> 8 | (odd & 0xFF00)); }
 INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
     const auto shifted = [=](Words h, Words l) { return (h << 8 | l) << static_cast<u16>(by); };
-    const Words even = shifted(firstOfPairs(high), firstOfPairs(low)),
-                odd = shifted(secondOfPairs(high), secondOfPairs(low));
-    return as<Bytes>(even >> 8 | (odd & 0xFF00));
+    return highBytesByTurns(shifted(firstOfPairs(high), firstOfPairs(low)),
+                            shifted(secondOfPairs(high), secondOfPairs(low)));
 }
 INLINE Words shiftUp(Words w, int by) { return w << static_cast<u16>(by); }
 
@@ -189,7 +188,6 @@ INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
-INLINE Bytes highBytesByTurns(Words even, Words odd) { return as<Bytes>(even >> 8 | (odd & 0xFF00)); }
 INLINE Bytes eighths(Halves h) { return lowBytes(Halves{(h.a + 4) >> 3, (h.b + 4) >> 3}); }
 INLINE Bytes inRow(Bytes v) {
     u8 bytes[N], row[N];
@@ -220,7 +218,7 @@ template <int k> INLINE Split sums(Bytes a, Bytes b, Bytes c) {
     return {x.a + y.a * fill(k), x.b + y.b * fill(k)};
 }
 INLINE Bytes lowBytes(Split s) { return as<Bytes>((s.a & 0xFF) | s.b << 8); }
-INLINE Bytes highBytes(Split s) { return as<Bytes>(s.a >> 8 | (s.b & 0xFF00)); }
+INLINE Bytes highBytes(Split s) { return highBytesByTurns(s.a, s.b); }
 template <int shift = 0> INLINE Bytes clamp(Split s) {
     return clampPairs(as<Ints>(s.a) >> shift, as<Ints>(s.b) >> shift);
 }
