@@ -37,13 +37,19 @@ template <bool withLuma> INLINE void putPlanes(const PlaneBytes& to, const Plane
 }
 
 template <class Splitter, bool withLuma> void planesKernel(const PlaneBytes& planes, const u8* s, size_t n) {
+    constexpr size_t bytes = N * Splitter::bits / 8;
     PlaneBytes to = planes;
-    const auto forward = [&to](size_t pixels) {
-        to.r += pixels, to.g += pixels, to.b += pixels;
-        if constexpr (withLuma) to.y += pixels;
-    };
-    for (; n >= N; n -= N, s += N * Splitter::bits / 8, forward(N))
+    const auto step = [&]() __attribute__((always_inline)) {
         putPlanes<withLuma>(to, Splitter::template get<withLuma>(s));
+        s += bytes, to.r += N, to.g += N, to.b += N;
+        if constexpr (withLuma) to.y += N;
+    };
+    // So many destinations want long pieces, whatever the vectors are.
+    if constexpr (withLuma)
+        takeTurns<bytes, 4 * N, page>(n / N, step, s, to.r, to.g, to.b, to.y);
+    else
+        takeTurns<bytes, 3 * N, page>(n / N, step, s, to.r, to.g, to.b);
+    n %= N;
     if (n == 0) return;
 
     alignas(N) u8 source[bytesFor(N, Splitter::bits)] = {}, r[N], g[N], b[N], y[N];

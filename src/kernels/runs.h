@@ -80,11 +80,12 @@ template <class R, class Set> constexpr ByOutput<ShiftedRun> shiftedRuns(Set out
     return tableOf<ShiftedRun>(outputs, []<u32 output>() { return shiftedRunKernel<R, WriterOf<output>>; });
 }
 
-// Bytes as they are; source and destination may overlap or be the same.
+// Bytes as they are; source and destination may overlap or be the same. Where vectors are short, the C library's copy stays
+// ahead for longer.
 template <int bytesPerPixel> void copyKernel(u8* d, const u8* s, size_t n) {
     if (d == s) return;
     size_t bytes = n * bytesPerPixel;
-    if (isPaced(bytes) && areApart(d, bytes, s, bytes)) {
+    if (isPaced(N < 64 ? bytes / 3 : bytes) && areApart(d, bytes, s, bytes)) {
         constexpr size_t turn = 128;
         const auto copy = [&]() __attribute__((always_inline)) {
             std::memcpy(d, s, turn);

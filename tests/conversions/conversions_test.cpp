@@ -63,6 +63,7 @@ std::vector<Size> sizesFor(const Conversion& conversion) {
                 width >= conversion.smallest && height >= conversion.smallest &&
                 (conversion.heightStep > 1 || height <= 3))
                 sizes.push_back({width, height});
+    if (conversion.heightStep == 1) sizes.push_back({2056, 3}); // several pieces of a loop that goes at a pace
     return sizes;
 }
 
