@@ -5,17 +5,13 @@
 // integers, a strip of pixels at a time, and whole ones, a pixel in a hundred or a thousand of most pictures, are left to
 // the formula. Greys are all whole: where there are many, they look up whether they are one less.
 #pragma once
+#include <bit>
+
+#include "color/luma_products.h"
 #include "color/rgb_readers.h"
 
 namespace kel {
 namespace {
-
-struct DoubleWeights {
-    double r, g, b;
-    int unit; // the weights are multiples of 1 / unit
-};
-constexpr DoubleWeights rgb8ToY8Weights{0.21, 0.72, 0.07, 100};
-constexpr DoubleWeights planeWeights{0.299, 0.587, 0.114, 1000}; // ITU-R BT.601
 
 template <const DoubleWeights& k> constexpr u8 doubleLuma(u8 r, u8 g, u8 b) {
     return static_cast<u8>(static_cast<int>(k.r * r + k.g * g + k.b * b));
@@ -25,46 +21,48 @@ template <const DoubleWeights& k> constexpr u8 doubleLuma(u8 r, u8 g, u8 b) {
 
 constexpr int wholeWeight(double weight, int unit) { return static_cast<int>(weight * unit + 0.5); }
 
-// Luma rounded down, and 0 where nothing is left.
-struct FlooredLuma {
-    Bytes luma, rest;
-};
-
 template <const DoubleWeights& k, int by> constexpr Weights wholeWeights() {
     return {wholeWeight(k.r, k.unit) / by, wholeWeight(k.g, k.unit) / by, wholeWeight(k.b, k.unit) / by, 0};
 }
 
-struct Quotient {
-    Words whole, rest;
-};
-// In 1/100 the sum fits in 15 bits, for which the multiplier, 2^21 / 100 rounded up, is exact.
-INLINE Quotient divideBy100(Words sum) {
-    const Words whole = as<Words>(mulHigh(as<Ints>(sum), as<Ints>(fill(20972)))) >> 5;
-    return {whole, sum - times(whole, 100)};
-}
-// In 1/1000 an eighth of it does, to be divided by 125: by the multiplier 2^21 / 125 rounded down, of one more. low: a
-// sum of what the weights leave by 8.
-INLINE Quotient divideBy1000(Words eighth, Words low) {
-    eighth += low >> 3;
-    const Words whole = as<Words>(mulHigh(as<Ints>(eighth + 1), as<Ints>(fill(16777)))) >> 5;
-    return {whole, (eighth - times(whole, 125)) | (low & 7)};
+// 128 times a sum of less than 2^15 over 100 or 125, rounded down: the whole part stands above the seven lowest bits, which
+// are 0 where nothing is left. As the factor is rounded up, it is less than one too large.
+template <int by> INLINE Words divide128(Words sum) {
+    constexpr int factor = (128 - by) * 65536 / by + 1;
+    return sum + as<Words>(mulHigh(as<Ints>(sum), as<Ints>(fill(factor))));
 }
 
-// p: the colours of the N pixels at s.
-template <const DoubleWeights& k> INLINE FlooredLuma flooredLuma(const u8* s, const Rgb& p) {
-    if constexpr (k.unit == 100) {
-        const Halves sums = weigh<3, wholeWeights<k, 1>()>(s);
-        const Quotient a = divideBy100(sums.a), b = divideBy100(sums.b);
-        return {clampHalves(as<Ints>(a.whole), as<Ints>(b.whole)), clampHalves(as<Ints>(a.rest), as<Ints>(b.rest))};
-    } else {
-        Quotient some, others;
-        constexpr Weights all = wholeWeights<k, 1>();
-        const Split eighths = weigh<wholeWeights<k, 8>()>(p);
-        const Split low = weigh<Weights{all.r % 8, all.g % 8, all.b % 8, 0}>(p);
-        some = divideBy1000(eighths.a, low.a), others = divideBy1000(eighths.b, low.b);
-        return {lowBytes(Split{some.whole, others.whole}), lowBytes(Split{some.rest, others.rest})};
-    }
+// 128 times the luma of N pixels, which are at s with pixels around them and have the colours p; seven bits that are 0 where
+// it is whole.
+template <const DoubleWeights& k>
+requires(k.unit == 100) INLINE Quarters luma128(const u8* s, const Rgb&) {
+    const Quarters sums = weighWithin<3, wholeWeights<k, 1>()>(s);
+    return {divide128<100>(sums.a), divide128<100>(sums.b)};
 }
+// In thousandths the sum is 8 times what fits: it is put together of eighths and of what the weights leave by 8.
+template <const DoubleWeights& k>
+requires(k.unit == 1000) INLINE Split luma128(const u8*, const Rgb& p) {
+    constexpr Weights all = wholeWeights<k, 1>();
+    const Split eighths = weigh<wholeWeights<k, 8>()>(p);
+    const Split low = weigh<Weights{all.r % 8, all.g % 8, all.b % 8, 0}>(p);
+    return {divide128<125>(eighths.a + (low.a >> 3)) | (low.a & 7),
+            divide128<125>(eighths.b + (low.b >> 3)) | (low.b & 7)};
+}
+
+// The pixel of each byte where the words of both vectors of a pair take turns.
+struct PixelOfTurn {
+    u8 of[64];
+};
+template <const DoubleWeights& k>
+constexpr PixelOfTurn pixelOfTurn = [] {
+    PixelOfTurn pixel{};
+    for (int i = 0; i < 64; ++i) {
+        const int x = i % N;
+        const int turn = k.unit == 100 ? 2 * quartersIndex(x) + quartersPart(x) : 2 * splitIndex(x) + splitPart(x);
+        pixel.of[i - x + turn] = static_cast<u8>(i);
+    }
+    return pixel;
+}();
 
 // ---- Greys
 
@@ -98,23 +96,6 @@ template <const DoubleWeights& k> INLINE Bytes isKept(Bytes grey) {
     return as<Bytes>((lookUp(load(lowered.bytes[0]), load(lowered.bytes[1]), grey >> 3) & bit) == 0);
 }
 
-// RGB8 pixels as blocks: use(x, where they are, colours, how many of them are pixels).
-template <class Use> INLINE void eachRgbBlock(const u8* s, size_t n, Use use) {
-    const auto block = [&](size_t x, const u8* at, size_t pixels) {
-        use(x, at, Rgb24Reader<Order::rgb>::get(at), pixels);
-    };
-    const std::uintptr_t distance = prefetchDistance();
-    size_t x = 0;
-    for (; x + N <= n; x += N) {
-        prefetch<3 * N, false>(s + 3 * x, distance);
-        block(x, s + 3 * x, N);
-    }
-    if (x == n) return;
-    alignas(N) u8 last[3 * N] = {};
-    std::memcpy(last, s + 3 * x, 3 * (n - x));
-    block(x, last, n - x);
-}
-
 // ---- Strips of pixels
 
 // How a strip is converted, each way for more pictures than the one before: where few pixels are whole; where the whole
@@ -123,43 +104,60 @@ enum class Way { coloured, greys, formula };
 
 template <const DoubleWeights& k> class LumaStrip {
 public:
-    static constexpr size_t capacity = 2048;
+    static constexpr size_t capacity = 2048, group = 64; // pixels; those of a group are bits of a word
 
-    // n pixels, and what else sink does with them. Returns how many are left to decide(). A function of its own keeps the
-    // constants of each way in registers.
+    // n pixels with others around them, and what else sink does with them. Luma has room for a whole group at its end.
+    // Returns how many are left to decide(). A function of its own keeps the constants of each way in registers.
     template <Way way, class Sink>
     __attribute__((noinline)) size_t convert(u8* luma, const u8* s, size_t n, const Sink& sink) {
+        const std::uintptr_t distance = prefetchDistance();
         size_t listed = 0, before = 0;
-        u64 whole = 0; // of the block before: by now they are known, and nothing waits for them
-        eachRgbBlock(s, n, [&](size_t x, const u8* at, const Rgb& colours, size_t pixels) {
-            const u64 here = put<way>(luma + x, at, colours) & ~u64{} >> (64 - pixels);
-            listed = list(before, whole, listed);
+        u64 whole = 0; // of the group before: by now they are known, and nothing waits for them
+        for (size_t x = 0; x < n; x += group, s += 3 * group) {
+            prefetch<3 * group, false>(s, distance);
+            const u64 here = putGroup<way>(luma + x, s, [&](size_t i, const Rgb& colours) {
+                if (x + i < n) sink(x + i, colours, n - x - i < N ? n - x - i : N);
+            });
+            listed = list<way>(before, whole, listed);
             whole = here, before = x;
-            sink(x, colours, pixels);
-        });
-        return list(before, whole, listed);
+        }
+        return list<way>(before, whole, listed);
     }
 
     // By the formula what is listed. The strip's colours are at `rgb`.
     INLINE void decide(u8* luma, const u8* rgb, size_t listed) const {
         for (size_t i = 0; i < listed; ++i) {
-            const size_t x = list_[i];
-            luma[x] = doubleLuma<k>(rgb[3 * x], rgb[3 * x + 1], rgb[3 * x + 2]);
+            const u8* const p = rgb + 3 * list_[i];
+            const LumaProducts& times = k.products;
+            luma[list_[i]] = static_cast<u8>(static_cast<int>(times.r[p[0]] + times.g[p[1]] + times.b[p[2]]));
         }
     }
 
 private:
-    // N pixels, which are at s and have the colours p. Returns which ones are whole, as bits.
+    // The pixels of a group, which are at s. Returns which ones are whole, as bits.
+    template <Way way, class Sink> static INLINE u64 putGroup(u8* luma, const u8* s, const Sink& sink) {
+        u64 whole = 0;
+        for (size_t i = 0; i < group; i += N) {
+            const Rgb colours = Rgb24Reader<Order::rgb>::get(s + 3 * i);
+            whole |= put<way>(luma + i, s + 3 * i, colours) << i;
+            sink(i, colours);
+        }
+        return whole;
+    }
+
+    // N pixels, which are at s and have the colours p. Returns which ones are whole, as bits: of coloured ones by turns.
     template <Way way> static INLINE u64 put(u8* luma, const u8* s, const Rgb& p) {
         if constexpr (way == Way::formula) return putByFormula(luma, p), 0;
-        FlooredLuma floored = flooredLuma<k>(s, p);
+        const auto scaled = luma128<k>(s, p);
+        using Pair = decltype(luma128<k>(s, p));
+        const Bytes y = clamp(Pair{scaled.a >> 7, scaled.b >> 7});
         if constexpr (way == Way::greys) {
             const Bytes isGrey = as<Bytes>(((p.r ^ p.g) | (p.g ^ p.b)) == 0);
-            floored.luma += isGrey & ~isKept<k>(p.g);
-            floored.rest |= isGrey;
+            store(luma, y + (isGrey & ~isKept<k>(p.g)));
+            return zeros(clamp(Pair{scaled.a & 127, scaled.b & 127}) | isGrey);
         }
-        store(luma, floored.luma);
-        return zeros(floored.rest);
+        store(luma, y);
+        return zeros(as<Bytes>((scaled.a & 127) | scaled.b << 9));
     }
 
     // A plain loop is the form in which compilers vectorise conversions to double and back.
@@ -170,48 +168,66 @@ private:
         store(luma, load(y));
     }
 
-    // Adds pixel x + i for each bit i. Most blocks have one or none; which of the two, nobody can predict: one is written
-    // in any case.
-    INLINE size_t list(size_t x, u64 bits, size_t listed) {
-        const auto lowest = [&] {
-            return static_cast<u16>(x + static_cast<size_t>(__builtin_ctzll(bits | u64{1} << 63)));
+    // Adds pixel x + i for each bit i. Most groups have one, two or none; how many, nobody can predict: two are written in
+    // any case.
+    template <Way way> INLINE size_t list(size_t x, u64 bits, size_t listed) {
+        const auto add = [&](size_t at) {
+            const auto bit = static_cast<u32>(std::countr_zero(bits | u64{1} << 63));
+            u32 pixel = static_cast<u32>(x) + (way == Way::coloured ? pixelOfTurn<k>.of[bit] : bit);
+            asm("" : "+r"(pixel)); // else g++ would put two into a vector to store them
+            list_[at] = static_cast<u16>(pixel);
+            const bool isOne = bits != 0;
+            bits &= bits - 1;
+            return at + isOne;
         };
-        list_[listed] = lowest();
-        listed += bits != 0;
-        for (bits &= bits - 1; __builtin_expect(bits != 0, 0); bits &= bits - 1) list_[listed++] = lowest();
+        listed = add(add(listed));
+        while (__builtin_expect(bits != 0, 0)) listed = add(listed);
         return listed;
     }
 
-    u16 list_[capacity + 1];
+    u16 list_[capacity + 2];
 };
+
+// Copies up to `group` pixels to where others are around them, which are not whole.
+template <size_t group> INLINE const u8* copyAlone(u8 (&room)[3 * (group + 2 * N)], const u8* s, size_t n) {
+    std::memset(room, 0, sizeof room);
+    u8* const pixels = room + 3 * N;
+    std::memcpy(pixels, s, 3 * n);
+    for (size_t x = n; x < group; ++x) pixels[3 * x] = 1;
+    return pixels;
+}
 
 // n RGB8 pixels to luma. sink: what else is done with their colours: sink(x, colours, how many of them are pixels).
 template <const DoubleWeights& k, class Sink> INLINE void lumaRun(u8* d, const u8* s, size_t n, Sink sink) {
     LumaStrip<k> strip;
-    alignas(N) u8 buffer[strip.capacity];
+    constexpr size_t group = strip.group, around = 2; // pixels that may be read behind a strip
+    alignas(N) u8 buffer[strip.capacity], room[3 * (group + 2 * N)];
     const bool apart = areApart(d, n, s, 3 * n); // else luma is written where a strip's colours are still needed
+    const auto smaller = [](size_t a, size_t b) { return a < b ? a : b; };
     Way way = Way::coloured;
-    int stay = 0; // strips that are converted the same way again
+    size_t stay = 0; // pixels that are converted the same way again
     for (size_t start = 0, count; start < n; start += count, s += 3 * count) {
-        count = n - start < strip.capacity ? n - start : strip.capacity;
-        const bool direct = apart && count % N == 0;
+        const size_t left = n - start;
+        const bool isEdge = start == 0 || left < group + around;
+        count = isEdge ? smaller(left, group) : smaller(left - around, strip.capacity) / group * group;
+        const u8* const pixels = isEdge ? copyAlone<group>(room, s, count) : s;
+        const bool direct = apart && count % group == 0;
         u8* const luma = direct ? d + start : buffer;
         const auto convert = [&]<Way by>() {
-            return strip.template convert<by>(
-                luma, s, count, [&](size_t x, const Rgb& colours, size_t pixels) { sink(start + x, colours, pixels); });
+            return strip.template convert<by>(luma, pixels, count, [&](size_t x, const Rgb& colours, size_t some) {
+                sink(start + x, colours, some);
+            });
         };
         const auto areMany = [count](size_t whole) { return whole > count / 8; };
-        if (stay > 0)
-            --stay;
-        else
-            way = Way::coloured;
+        if (stay == 0) way = Way::coloured;
+        stay -= smaller(stay, count);
         size_t whole = 0;
         if (way == Way::coloured) whole = convert.template operator()<Way::coloured>();
-        if (way == Way::coloured && areMany(whole)) way = Way::greys, stay = 64;
+        if (way == Way::coloured && areMany(whole)) way = Way::greys, stay = 64 * count;
         if (way == Way::greys) whole = convert.template operator()<Way::greys>();
-        if (way == Way::greys && areMany(whole)) way = Way::formula, stay = 64;
+        if (way == Way::greys && areMany(whole)) way = Way::formula, stay = 64 * count;
         if (way == Way::formula) whole = convert.template operator()<Way::formula>();
-        strip.decide(luma, s, whole);
+        strip.decide(luma, pixels, whole);
         if (!direct) std::memcpy(d + start, buffer, count);
     }
 }

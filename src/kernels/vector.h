@@ -150,6 +150,11 @@ struct Split {
     Words a, b;
 };
 
+// The words of N pixels.
+struct Quarters {
+    Words a, b;
+};
+
 INLINE Split operator+(Split s, int k) { return k == 0 ? s : Split{s.a + fill(k), s.b + fill(k)}; }
 INLINE Split operator-(Split s, Split t) { return {s.a - t.a, s.b - t.b}; }
 INLINE Split operator+(Split s, Split t) { return {s.a + t.a, s.b + t.b}; }

@@ -100,6 +100,7 @@ const char* inMemory(Random& random) {
     KEL_COMPARE((m::luma<4, bt709>(s)))
     KEL_COMPARE((m::weigh<3, Weights{21, 72, 7, 0}>(s)))
     KEL_COMPARE((m::weigh<4, Weights{21, 72, 7, 0}>(s)))
+    KEL_COMPARE((m::clamp(m::weighWithin<3, Weights{1, 2, 3, -600}>(s + L))))
     // These two have no definition that is simpler than what it defines.
     Planes p;
     machine::load4(s, p.a, p.b, p.c);

@@ -27,6 +27,7 @@
 //     storeQuads(d, v)                 v but for every fourth byte, which is 0 in v and kept in memory
 //     luma<bytes, k>(s)                luma<k>() of N pixels of 3 or 4 bytes; k.r weighs the first, k.b the third
 //     weigh<bytes, k>(s)               k.r R + k.g G + k.b B + k.add, as Halves, with weights from 0 to 127
+//     weighWithin<bytes, k>(s)         the same as Quarters, of pixels with others around them: reads up to L / 4 bytes of these
 //     moveOn<pixelwise>(p, bytes)      p += bytes, in a loop; pixelwise: one of the loads or stores above uses p
 //     prefetch<bytes, forWriting>(p)   asks for what a loop at p reads or writes some blocks later; small loops pass
 //                                      prefetchDistance(), which they took before
@@ -63,6 +64,8 @@
 //     clampHalves(a, b)    words as bytes, clamped to 0..255: in each lane those of a, then those of b
 //     clampPairs(a, b)     of each pair of bytes: the words clamped to 0..255, the first from a, the second from b
 //     lowBytes(h), highBytes(h)   of the words of Halves
+//     clamp(q)             signed words of Quarters as bytes in a row, clamped to 0..255
+//     quartersPart(i), quartersIndex(i)   where pixel i is: 0 or 1 for a or b, and the index
 //     highBytesByTurns(v, w)   of words, the first from v, the second from w
 //     inRow(v)             the first halves of all lanes, then the second ones
 //     luma<k>(r, g, b)     (k.r R + k.g G + k.b B + k.add) >> 8, of bytes, with positive weights that add up to 256, none

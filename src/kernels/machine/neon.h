@@ -267,6 +267,14 @@ template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
     return inOrder(weigh<k>(r, g, b));
 }
 
+template <int bytes, Weights k> INLINE Quarters weighWithin(const u8* s) {
+    const Halves h = weigh<bytes, k>(s);
+    return {h.a, h.b};
+}
+using plain::quartersIndex;
+using plain::quartersPart;
+INLINE Bytes clamp(Quarters q) { return clampHalves(as<Ints>(q.a), as<Ints>(q.b)); }
+
 // ---- 32 bits: of the words of the first half and of the second
 
 using plain::wordPairSums;

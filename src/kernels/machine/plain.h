@@ -258,6 +258,14 @@ template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
     return inOrder(weigh<k>(r, g, b));
 }
 
+template <int bytes, Weights k> INLINE Quarters weighWithin(const u8* s) {
+    const Halves h = weigh<bytes, k>(s);
+    return {h.a, h.b};
+}
+INLINE Bytes clamp(Quarters q) { return clampHalves(as<Ints>(q.a), as<Ints>(q.b)); }
+constexpr int quartersPart(int i) { return i % L / (L / 2); }
+constexpr int quartersIndex(int i) { return i / L * (L / 2) + i % (L / 2); }
+
 // ---- 32 bits: of the words at even and at odd positions
 
 template <int from> INLINE Words wordsOf(Sums s) {

@@ -366,6 +366,33 @@ template <int bytes, Weights k> INLINE Halves weigh(const u8* s) {
 template <int bytes, Weights k> INLINE Bytes luma(const u8* s) { return highBytes(weigh<bytes, k>(s)); }
 #endif
 
+#if defined(KEL_AVX2)
+// Two lanes of quads that lie side by side in memory take one load: the first one's pixels are at its end.
+template <int bytes> INLINE Bytes quadsInRow(const u8* s) {
+    return avx2::placeEach(load(s - (L - bytes * L / 4)), [](int i) {
+        return (i < L ? L - bytes * L / 4 : 0) + i % L / 4 * bytes + (i % 4 == 3 ? 1 : i % 4);
+    });
+}
+template <int bytes, Weights k> INLINE Quarters weighWithin(const u8* s) {
+    const auto quads = [=](int q) { return quadsInRow<bytes>(s + q * bytes * (N / 4)); };
+    return {weighQuads<k>(quads(0), quads(1)), weighQuads<k>(quads(2), quads(3))};
+}
+constexpr int quartersPart(int i) { return i / (N / 2); }
+constexpr int quartersIndex(int i) { return i % 8 / 4 * 8 + i % (N / 2) / 8 * 4 + i % 4; }
+INLINE Bytes clamp(Quarters q) {
+    const Register packed = as<Register>(pack(as<Ints>(q.a), as<Ints>(q.b)));
+    return as<Bytes>(_mm256_permutevar8x32_epi32(packed, _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7)));
+}
+#else
+template <int bytes, Weights k> INLINE Quarters weighWithin(const u8* s) {
+    const Halves h = weigh<bytes, k>(s);
+    return {h.a, h.b};
+}
+using plain::quartersIndex;
+using plain::quartersPart;
+INLINE Bytes clamp(Quarters q) { return clampHalves(as<Ints>(q.a), as<Ints>(q.b)); }
+#endif
+
 } // namespace machine
 } // namespace
 } // namespace kel
