@@ -44,11 +44,10 @@ template <class Splitter, bool withLuma> void planesKernel(const PlaneBytes& pla
         s += bytes, to.r += N, to.g += N, to.b += N;
         if constexpr (withLuma) to.y += N;
     };
-    // So many destinations want long pieces, whatever the vectors are.
     if constexpr (withLuma)
-        takeTurns<bytes, 4 * N, page>(n / N, step, s, to.r, to.g, to.b, to.y);
+        takeTurns<bytes, 4 * N>(n / N, step, s, to.r, to.g, to.b, to.y);
     else
-        takeTurns<bytes, 3 * N, page>(n / N, step, s, to.r, to.g, to.b);
+        takeTurns<bytes, 3 * N>(n / N, step, s, to.r, to.g, to.b);
     n %= N;
     if (n == 0) return;
 

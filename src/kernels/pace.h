@@ -1,8 +1,7 @@
-// Loops over more memory than the caches hold, on machines where prefetching does not pay (level.cpp: AMD's). There
-// stores wait for the translation of their addresses, and the processor's own prefetching stops at the end of a page:
-// so loops go in pieces, and each asks for its next page. And vectors of 64 bytes keep so many loads waiting for memory
-// that prefetching gets none of the places in the queues: so each piece waits for the beginning of the one before, and is
-// short where vectors are long.
+// Loops over more memory than the caches hold, on machines where prefetching does not pay (level.cpp: AMD's). There a
+// loop is fastest that keeps few loads waiting for memory: left alone it has so many under way that the processor's own
+// prefetching gets none of the places in its queues. So each piece of a loop waits for the beginning of the one before. And
+// stores wait for the translation of their addresses, which is asked for a page ahead.
 #pragma once
 #include "kernels/machine/machine.h"
 
@@ -27,11 +26,11 @@ INLINE const u8* whenThere(const u8* p, const u8* loaded) {
 
 constexpr size_t larger(size_t a, size_t b) { return a < b ? b : a; }
 
-constexpr size_t usualPiece = N < 64 ? page : 512; // bytes
-
 // Takes so many turns: turn() reads and writes so many bytes at s and at d, and moves them on.
-template <size_t read, size_t written, size_t piece = usualPiece, class Turn, class... To>
+template <size_t read, size_t written, class Turn, class... To>
 INLINE void takeTurns(size_t turns, const Turn& turn, const u8*& s, To&... d) {
+    // A page where vectors are short, or most is read, or more than one destination written
+    constexpr size_t piece = N < 32 || read > 2 * written || sizeof...(d) > 1 ? page : 512;
     constexpr size_t bytes = larger(read, written), most = bytes < piece ? piece / bytes : 1;
     const bool paced = isPaced(turns * written);
     while (turns > 0) {
