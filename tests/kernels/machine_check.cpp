@@ -138,6 +138,7 @@ const char* ofBytesAndWords(Random& random) {
     KEL_COMPARE(m::meanSigned(a, b))
     KEL_COMPARE(m::meanSigned(a, b, as<Bytes>(v), as<Bytes>(w)))
     KEL_COMPARE(m::signedPairSums(a))
+    KEL_COMPARE(m::eighths(as<Words>(x >> 5)))
     KEL_COMPARE(m::eighths(Halves{as<Words>(x >> 5), as<Words>(y >> 5)}))
     KEL_COMPARE(m::productDown<25264>(a))
     KEL_COMPARE(m::zeros(a))

@@ -58,7 +58,7 @@
 //     highOfNegated(w)     (-w) >> 8 of signed words; not for -2^15
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
 //     signedPairSums(v), addPairSums(w, v)   of pairs of signed bytes, and w plus these
-//     eighths(h)           (w + 4) >> 3 of signed words in a row, as bytes
+//     eighths(w), eighths(h)   (w + 4) >> 3 of signed words up to 2^15 - 5; of those of h in a row, as bytes
 //     weighPairs(v, fillBytePairs(j, k))   of each pair of bytes: j times the first plus k times the second; j and k are
 //                          signed bytes, the sum a signed word
 //     clampHalves(a, b)    words as bytes, clamped to 0..255: in each lane those of a, then those of b

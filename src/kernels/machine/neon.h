@@ -166,6 +166,7 @@ template <int l, int r> INLINE Words pairSums(Bytes v) {
 }
 INLINE Words signedPairSums(Bytes v) { return as<Words>(vpaddlq_s8(as<int8x16_t>(v))); }
 INLINE Words addPairSums(Words w, Bytes v) { return as<Words>(vpadalq_s8(s16x8(w), as<int8x16_t>(v))); }
+INLINE Ints eighths(Words w) { return as<Ints>(vrshrq_n_s16(s16x8(w), 3)); }
 INLINE Bytes eighths(Halves h) { return as<Bytes>(vrshrn_high_n_s16(vrshrn_n_s16(s16x8(h.a), 3), s16x8(h.b), 3)); }
 INLINE Bytes clampHalves(Ints a, Ints b) { return as<Bytes>(vqmovun_high_s16(vqmovun_s16(s16x8(a)), s16x8(b))); }
 INLINE Bytes clampPairs(Ints a, Ints b) {

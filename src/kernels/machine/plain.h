@@ -188,6 +188,7 @@ INLINE Bytes clampPairs(Ints a, Ints b) { return as<Bytes>(clamped(a) | clamped(
 
 INLINE Bytes lowBytes(Halves h) { return unzip<0>(as<Bytes>(h.a), as<Bytes>(h.b)); }
 INLINE Bytes highBytes(Halves h) { return unzip<1>(as<Bytes>(h.a), as<Bytes>(h.b)); }
+INLINE Ints eighths(Words w) { return as<Ints>(w + 4) >> 3; }
 INLINE Bytes eighths(Halves h) { return lowBytes(Halves{(h.a + 4) >> 3, (h.b + 4) >> 3}); }
 INLINE Bytes inRow(Bytes v) {
     u8 bytes[N], row[N];

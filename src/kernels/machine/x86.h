@@ -145,7 +145,6 @@ INLINE Words times(Words v, int k) {
 using plain::addPairSums;
 using plain::addSigned;
 using plain::addsSignedBytes;
-using plain::eighths;
 using plain::meanSigned;
 using plain::productDown;
 INLINE Bytes highBytes(Bytes high, Bytes low, int by) { return plain::highBytes(high, low, by); }
@@ -162,10 +161,13 @@ INLINE Ints mulHigh(Ints a, Ints b) {
     return as<Ints>(_mm_packs_epi32(high(zip<2, 0>(x, Bytes{}), kept(zip<2, 0>(y, Bytes{}))),
                                     high(zip<2, 1>(x, Bytes{}), kept(zip<2, 1>(y, Bytes{})))));
 }
+using plain::eighths;
 using plain::highOfNegated;
 #else
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(KEL_X86(mulhi_epi16)(as<Register>(a), as<Register>(b))); }
 INLINE Ints highOfNegated(Words w) { return mulHigh(as<Ints>(w), Ints{} - 256); }
+INLINE Bytes eighths(Halves h) { return plain::eighths(h); }
+INLINE Ints eighths(Words w) { return as<Ints>(KEL_X86(mulhrs_epi16)(as<Register>(w), as<Register>(fill(1 << 12)))); }
 #endif
 
 using plain::fillBytePairs;
@@ -242,10 +244,10 @@ template <int vector> INLINE Bytes weaveWords(Words a, Words b, Words c) {
 }
 INLINE void store3(u8* d, size_t step, Split x, Split y, Split z) {
     const auto packed = [](Words v, Words w) { return pack(as<Ints>(v), as<Ints>(w)); };
-    const Bytes xz = packed(x.a, z.a), yx = packed(y.a, x.b), yz = packed(y.b, z.b);
-    const Words a = as<Words>(permutes::spread3<2, 0>(zip<1, 0>(xz, yx)));
-    const Words b = as<Words>(permutes::spread3<2, 1>(zip<1, 1>(xz, yx)));
-    const Words c = as<Words>(permutes::spread3<2, 2>(yz, [](int i) { return i / 2 + i % 2 * (L / 2); }));
+    constexpr auto ofHalves = [](int i) { return i / 2 + i % 2 * (L / 2); }; // a word of a byte of each half of a lane
+    const Words a = as<Words>(permutes::spread3<2, 0>(packed(x.a, y.a), ofHalves));
+    const Words b = as<Words>(permutes::spread3<2, 1>(packed(z.a, x.b), ofHalves));
+    const Words c = as<Words>(permutes::spread3<2, 2>(packed(y.b, z.b), ofHalves));
     storeLanes(d, step, weaveWords<0>(a, b, c));
     storeLanes(d + L, step, weaveWords<1>(a, b, c));
     storeLanes(d + 2 * L, step, weaveWords<2>(a, b, c));
