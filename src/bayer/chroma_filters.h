@@ -210,7 +210,7 @@ private:
     static INLINE void box(u8* d, u8* sums, const u8* other) {
         const Words here = load<Words>(sums), there = sumsAt(other);
         store(sums, there);
-        store(d, (as<Ints>(here + there + fill(4)) >> 1) & ~3);
+        store(d, eighths(here + there) << 2);
     }
 
     static __attribute__((noinline)) void finish(const LineRing& lines, size_t row, size_t rows, size_t pairs,

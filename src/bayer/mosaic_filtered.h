@@ -13,6 +13,7 @@
 #pragma once
 #include "bayer/bayer_readers.h"
 #include "bayer/chroma_filters.h"
+#include "kernels/pace.h"
 
 namespace kel {
 namespace {
@@ -23,11 +24,27 @@ namespace {
 // 128 does not fit a signed weight, -128 does: U and V come from the negated sums.
 constexpr Weights negatedU{43, 85, -128, 0}, negatedV{-128, 107, 21, 0};
 
+// What is written while lines are made: asked for meanwhile, where the output does not fit the caches.
+struct Destination {
+    const u8 *d, *kept; // null: not at all
+    size_t pixelBytes;
+
+    template <size_t pixels> INLINE void ask(size_t x) const {
+        for (const size_t end = x + pixels; d && x < end; x += 32) {
+            __builtin_prefetch(d + x * pixelBytes, 1);
+            if (kept) __builtin_prefetch(kept + 2 * x, 1);
+        }
+    }
+};
+
 // The sink of the 2x2 demosaic. Lines have room for a whole block at their end.
-template <class Chroma> struct YuvLineSink {
+template <class Chroma, bool asks> struct YuvLineSink {
+    static constexpr bool prefetches = asks;
     YuvLine line;
+    Destination ahead;
 
     template <class Colours> INLINE void put(size_t x, const Colours& p) const {
+        if (asks) ahead.ask<pixelsIn<Colours>>(x);
         putLuma(line.y + x, p);
         Chroma::template put<negatedU>(line.u + x, p);
         Chroma::template put<negatedV>(line.v + x, p);
@@ -106,13 +123,18 @@ using ConvertRow = void (*)(u8* d, u8* kept, const u8* y, const u8* u, const u8*
 // Row `row` of the half that begins with row `half`.
 template <class Form>
 __attribute__((noinline)) void demosaicRow(const LineRing& lines, size_t half, size_t row, const u8* s, size_t width,
-                                           size_t height, unsigned phase) {
+                                           size_t height, unsigned phase, const Destination& ahead) {
     using Samples = MosaicReader<Raw8Samples>;
     const size_t y = half + row, last = height - 2; // the last row repeats the one above
     const RowPair rows = rowPair(s, width, y < last ? y : last, phase);
-    const YuvLineSink<Form> sink{lines[row]};
-    withDemosaic<SamplesOf<Samples>>(
-        phase, [&](const auto& demosaic) { row2x2(rows, width, y < last, Samples(), sink, demosaic); });
+    const auto make = [&](const auto& sink) {
+        withDemosaic<SamplesOf<Samples>>(
+            phase, [&](const auto& demosaic) { row2x2(rows, width, y < last, Samples(), sink, demosaic); });
+    };
+    if (ahead.d || prefetchDistance() > 0)
+        make(YuvLineSink<Form, true>{lines[row], ahead});
+    else
+        make(YuvLineSink<Form, false>{lines[row], ahead});
     lines.connect<Form>(row);
 }
 
@@ -122,14 +144,17 @@ __attribute__((noinline)) void filteredMosaic(u8* d, size_t pitch, u8* s, size_t
                                               u8* scratch, ConvertRow convert) {
     using Form = typename Filter::Form;
     const size_t rows = height / 2;
+    const bool asks = isPaced(pitch * height);
     for (const size_t half : {size_t{0}, rows}) {
         const LineRing lines(scratch, width, half);
         size_t made = 0;
         for (size_t row = 0; row < rows; ++row, d += pitch) {
+            u8* const kept = half > 0 ? s + 2 * row * width : nullptr;
+            const Destination ahead{asks ? d : nullptr, kept, pitch / width};
             for (; made < rows && made <= row + Filter::lookahead; ++made)
-                demosaicRow<Form>(lines, half, made, s, width, height, phase);
+                demosaicRow<Form>(lines, half, made, s, width, height, phase, ahead);
             const YuvLine line = Filter::filter(lines, row, rows, width);
-            convert(d, half > 0 ? s + 2 * row * width : nullptr, line.y, line.u, line.v, width);
+            convert(d, kept, line.y, line.u, line.v, width);
         }
     }
 }

@@ -186,9 +186,14 @@ INLINE void lastBlock2x2(RowPair row, size_t width, const S& read, const Sink& s
     if (width - x < block) return endOfRow2x2(row, x, width - x, read, sink, rule);
     sink.put(x, blockFor<Sink>(rule(lastBlocksAt(row.from<S>(x), read))));
 }
+// Unless the sink says that it is not worth asking.
+template <class Sink> constexpr bool prefetchesFor() {
+    if constexpr (requires { Sink::prefetches; }) return Sink::prefetches;
+    return true;
+}
 template <class S, class Sink, class Rule>
 INLINE void row2x2(RowPair row, size_t width, const S& read, const Sink& sink, const Rule& rule) {
-    frontBlocks2x2<true>(row, width, read, sink, rule);
+    frontBlocks2x2<prefetchesFor<Sink>()>(row, width, read, sink, rule);
     lastBlock2x2(row, width, read, sink, rule);
 }
 // `more`: more of the image follows the rows. Then what is right of a row is the first sample of the next, and where the
@@ -199,7 +204,7 @@ template <class S, class Sink> INLINE bool isWhole(size_t width, bool more) {
 template <class S, class Sink, class Rule>
 INLINE void row2x2(RowPair row, size_t width, bool more, const S& read, const Sink& sink, const Rule& rule) {
     if (!isWhole<S, Sink>(width, more)) return row2x2(row, width, read, sink, rule);
-    frontBlocks2x2<true>(row, width + 1, read, sink, rule);
+    frontBlocks2x2<prefetchesFor<Sink>()>(row, width + 1, read, sink, rule);
     sink.repeatLast(width);
 }
 
