@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <ctime>
+#include <numeric>
+#include <random>
 
 namespace bench {
 
@@ -38,11 +40,13 @@ std::vector<double> measure(const std::vector<Contestant>& contestants, Effort e
     for (const Contestant& contestant : contestants) calls.push_back(callsPerTurn(contestant, effort.secondsPerTurn));
 
     std::vector<std::vector<double>> times(count);
-    for (int round = 0; round < effort.rounds; ++round)
-        for (std::size_t turn = 0; turn < count; ++turn) {
-            const std::size_t i = (turn + static_cast<std::size_t>(round)) % count;
-            times[i].push_back(secondsFor(contestants[i], calls[i]) / calls[i]);
-        }
+    std::vector<std::size_t> order(count);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::mt19937 chance;
+    for (int round = 0; round < effort.rounds; ++round) {
+        std::ranges::shuffle(order, chance);
+        for (const std::size_t i : order) times[i].push_back(secondsFor(contestants[i], calls[i]) / calls[i]);
+    }
 
     std::vector<double> result;
     for (const std::vector<double>& samples : times) result.push_back(lowQuantile(samples));

@@ -17,8 +17,9 @@ struct Effort {
     double secondsPerTurn;
 };
 
-// Seconds of CPU time per call of each contestant. They take turns, in rotating order, each for about secondsPerTurn;
-// the result is the low quantile of the rounds.
+// Seconds of CPU time per call of each contestant. They take turns, each for about secondsPerTurn; the result is the low
+// quantile of the rounds. The order is another one in each round: what a turn finds in the shared cache depends on whose
+// turn was before, and shows for longer than one call where an image is converted in place.
 std::vector<double> measure(const std::vector<Contestant>& contestants, Effort effort);
 
 // The lower quartile, which is steadier on a shared machine than the median.
