@@ -17,6 +17,10 @@ const Mode modes[] = {
 } // namespace
 
 int main(int count, char** values) try {
+#if defined(BENCH_SLOW_PLAIN_LOOPS)
+    std::fputs("orvella_bench: built for tests, with slow plain loops; to compare with these, use preset bench\n",
+               stderr);
+#endif
     const bench::Arguments arguments = bench::parse(count, values);
     const auto mode = std::ranges::find(modes, arguments.mode, &Mode::name);
     if (mode == std::end(modes)) throw std::invalid_argument("there is no mode " + arguments.mode);
