@@ -105,20 +105,26 @@ TEST(ColorFormulas, DoublePrecisionLuma) {
     });
 }
 
-// Where the exact luma is a whole number rounding decides, here in every pixel.
+// Where the exact luma is a whole number rounding decides, here in every pixel or in every ninth.
 TEST(ColorFormulas, DoublePrecisionLumaOfFlatPictures) {
-    constexpr std::size_t pixels = 1003;
+    constexpr std::size_t pixels = 5003;
     constexpr std::uint8_t colours[][3] = {{0, 2, 209}, {65, 253, 211}, {205, 223, 86}, {10, 192, 38}, {250, 228, 62}};
-    for (const auto& [red, green, blue] : colours) {
-        Bytes source(3 * pixels), y8(pixels), r(pixels), g(pixels), b(pixels), plane(pixels);
-        for (std::size_t i = 0; i < source.size(); i += 3) source[i] = red, source[i + 1] = green, source[i + 2] = blue;
-        ASSERT_EQ(OrvRGB8ToY8(y8.data(), source.data(), pixels), 0);
-        ASSERT_EQ(OrvRGB8ToRGBYPlanes(r.data(), g.data(), b.data(), plane.data(), source.data(), pixels, 1), 0);
-        const volatile double x = red, y = green, z = blue;
-        EXPECT_EQ(y8, Bytes(pixels, byte(0.21 * x + 0.72 * y + 0.07 * z)));
-        EXPECT_EQ(plane, Bytes(pixels, byte(0.299 * x + 0.587 * y + 0.114 * z)));
-        EXPECT_TRUE(r == Bytes(pixels, red) && g == Bytes(pixels, green) && b == Bytes(pixels, blue));
-    }
+    for (const auto& [red, green, blue] : colours)
+        for (const std::size_t every : {1, 9}) {
+            Bytes source(3 * pixels), y8(pixels), r(pixels), g(pixels), b(pixels), plane(pixels);
+            Bytes expectedY8(pixels), expectedPlane(pixels); // 0 of the others, whose red is 1
+            for (std::size_t i = 0; i < pixels; ++i) source[3 * i] = 1;
+            const volatile double x = red, y = green, z = blue;
+            for (std::size_t i = 0; i < pixels; i += every) {
+                source[3 * i] = red, source[3 * i + 1] = green, source[3 * i + 2] = blue;
+                expectedY8[i] = byte(0.21 * x + 0.72 * y + 0.07 * z);
+                expectedPlane[i] = byte(0.299 * x + 0.587 * y + 0.114 * z);
+            }
+            ASSERT_EQ(OrvRGB8ToY8(y8.data(), source.data(), pixels), 0);
+            ASSERT_EQ(OrvRGB8ToRGBYPlanes(r.data(), g.data(), b.data(), plane.data(), source.data(), pixels, 1), 0);
+            EXPECT_EQ(y8, expectedY8);
+            EXPECT_EQ(plane, expectedPlane);
+        }
 }
 
 // ---- Hue and saturation, which only the tables know so far
