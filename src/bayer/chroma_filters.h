@@ -51,8 +51,8 @@ struct ChromaOfPairs {
 
 private:
     template <Weights k, class Colours> static INLINE Split samples(const Colours& p) {
-        const Split s = weigh<k>(p);
-        return {as<Words>(highOfNegated(s.a)), as<Words>(highOfNegated(s.b))};
+        const Split s = weighNegated<k>(p);
+        return {as<Words>(as<Ints>(s.a) >> 8), as<Words>(as<Ints>(s.b) >> 8)};
     }
 };
 

@@ -43,6 +43,7 @@ template <class Chroma, bool asks> struct YuvLineSink {
     YuvLine line;
     Destination ahead;
 
+    INLINE void put(size_t x, const MosaicPixels& p) const { put(x, SummedPixels(p)); }
     template <class Colours> INLINE void put(size_t x, const Colours& p) const {
         if (asks) ahead.ask<pixelsIn<Colours>>(x);
         putLuma(line.y + x, p);
@@ -67,8 +68,8 @@ private:
 
 // Pairs as U Y V Y.
 INLINE void keep(u8* d, const YuvPairs& p) {
-    const Words chroma = (as<Words>(p.u >> 2) & 0xFF) | as<Words>(p.v) << 6;
-    PairsWriter::put(d, {as<Bytes>(chroma ^ 0x8080), p.luma});
+    const Words chroma = as<Words>(p.u >> 2) + (as<Words>(p.v) << 6) + 0x8080;
+    PairsWriter::put(d, {as<Bytes>(chroma), p.luma});
 }
 
 INLINE void keep(u8* d, const YuvApart& p) { store4(d, p.u ^ 128, p.even, p.v ^ 128, p.odd); }
@@ -131,7 +132,7 @@ __attribute__((noinline)) void demosaicRow(const LineRing& lines, size_t half, s
         withDemosaic<SamplesOf<Samples>>(
             phase, [&](const auto& demosaic) { row2x2(rows, width, y < last, Samples(), sink, demosaic); });
     };
-    if (ahead.d || prefetchDistance() > 0)
+    if ((pacesLoops && ahead.d) || prefetchDistance() > 0)
         make(YuvLineSink<Form, true>{lines[row], ahead});
     else
         make(YuvLineSink<Form, false>{lines[row], ahead});

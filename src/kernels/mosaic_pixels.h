@@ -75,9 +75,26 @@ template <Weights k> INLINE Split weigh(const MosaicPixels& p) {
     const Alternating colours = alternating(p.s, p.phase);
     return weigh<k>(colours, greenOf(colours), p.phase);
 }
-template <Weights k> INLINE Split weighNegated(const MosaicPixels& p) {
-    const Alternating colours = alternating(p.s, p.phase);
-    return times(greenOf(colours), -k.g) - weighRedAndBlue<k>(colours, p.phase);
+
+// For several sums of each pixel, with which no other unit is as busy as those that multiply: here AVX2 may blend bytes,
+// which takes longer than exchange() on Haswell and Alder Lake elsewhere.
+struct SummedPixels {
+    Alternating colours;
+    Split green;
+    const Phase2x2& phase;
+
+    INLINE explicit SummedPixels(const MosaicPixels& p)
+        : colours(blended(p.s, p.phase.redLeft)), green(greenOf(colours)), phase(p.phase) {}
+
+private:
+    static INLINE Alternating blended(const Blocks<Bytes>& s, Bytes redLeft) {
+        return {select(redLeft, s.a, s.c), select(redLeft, s.d, s.b), select(redLeft, s.c, s.a),
+                select(redLeft, s.b, s.d)};
+    }
+};
+template <Weights k> INLINE Split weigh(const SummedPixels& p) { return weigh<k>(p.colours, p.green, p.phase); }
+template <Weights k> INLINE Split weighNegated(const SummedPixels& p) {
+    return times(p.green, -k.g) - weighRedAndBlue<k>(p.colours, p.phase);
 }
 
 // As store3<1>, in two look-ups a vector.
