@@ -55,7 +55,6 @@
 //     shiftUp(w, by)       words shifted left, by 0 to 15 that only run time knows
 //     highBytes(h, l, by)  of words 256 h + l, shifted left by 0 to 7
 //     mulHigh(a, b)        the high words of signed products; not for -2^15 times itself
-//     highOfNegated(w)     (-w) >> 8 of signed words; not for -2^15
 //     pairSums<l, r>(v)    of each pair of bytes: l times the first plus r times the second; l and r are -4 to 4
 //     signedPairSums(v), addPairSums(w, v)   of pairs of signed bytes, and w plus these
 //     eighths(w), eighths(h)   (w + 4) >> 3 of signed words up to 2^15 - 5; of those of h in a row, as bytes

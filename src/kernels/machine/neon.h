@@ -158,7 +158,6 @@ INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(vqdmulhq_s16(s16x8(a), s16x8(b))) >> 1; }
 
 using plain::fillBytePairs;
-using plain::highOfNegated;
 using plain::weighPairs;
 template <int l, int r> INLINE Words pairSums(Bytes v) {
     if constexpr (l == 1 && r == 1) return as<Words>(vpaddlq_u8(u8x16(v)));

@@ -170,7 +170,6 @@ INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
 }
 INLINE Words shiftUp(Words w, int by) { return w << static_cast<u16>(by); }
 
-INLINE Ints highOfNegated(Words w) { return as<Ints>(0 - w) >> 8; }
 
 INLINE Words fillBytePairs(int j, int k) { return fill((j & 255) | (k & 255) << 8); }
 INLINE Words weighPairs(Bytes v, Words factors) {

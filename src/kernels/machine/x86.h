@@ -162,10 +162,8 @@ INLINE Ints mulHigh(Ints a, Ints b) {
                                     high(zip<2, 1>(x, Bytes{}), kept(zip<2, 1>(y, Bytes{})))));
 }
 using plain::eighths;
-using plain::highOfNegated;
 #else
 INLINE Ints mulHigh(Ints a, Ints b) { return as<Ints>(KEL_X86(mulhi_epi16)(as<Register>(a), as<Register>(b))); }
-INLINE Ints highOfNegated(Words w) { return mulHigh(as<Ints>(w), Ints{} - 256); }
 INLINE Bytes eighths(Halves h) { return plain::eighths(h); }
 INLINE Ints eighths(Words w) { return as<Ints>(KEL_X86(mulhrs_epi16)(as<Register>(w), as<Register>(fill(1 << 12)))); }
 #endif
