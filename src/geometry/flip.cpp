@@ -56,10 +56,10 @@ Refusal flipVertical(void* image, u32 lineLength, u32 height) {
     const Refusal refusal =
         firstRefusal({{image, Refusal::image}, {lineLength > 0, Refusal::lineLength}, {height >= 2, Refusal::height}});
     return unlessRefused(refusal, [&] {
+        const Exchange exchange = geometryKernels().exchange;
         u8* top = bytes(image);
         u8* bottom = top + size_t{lineLength} * (height - 1);
-        for (; top < bottom; top += lineLength, bottom -= lineLength)
-            geometryKernels().exchange(top, bottom, lineLength);
+        for (; top < bottom; top += lineLength, bottom -= lineLength) exchange(top, bottom, lineLength);
     });
 }
 

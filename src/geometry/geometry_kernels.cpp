@@ -7,8 +7,10 @@
 namespace kel {
 namespace {
 
-// A plain loop is what compilers vectorise best.
+// A plain loop is what compilers vectorise best. Not unrolled it is so short that it takes a fifth longer where it lies
+// across two cache lines.
 void exchange(u8* __restrict a, u8* __restrict b, size_t bytes) {
+#pragma GCC unroll 4
     for (size_t i = 0; i < bytes; ++i) {
         const u8 byte = a[i];
         a[i] = b[i];
