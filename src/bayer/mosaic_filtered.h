@@ -24,15 +24,16 @@ namespace {
 // 128 does not fit a signed weight, -128 does: U and V come from the negated sums.
 constexpr Weights negatedU{43, 85, -128, 0}, negatedV{-128, 107, 21, 0};
 
-// What is written while lines are made: asked for meanwhile, where the output does not fit the caches.
-struct Destination {
-    const u8 *d, *kept; // null: not at all
+// What is written and read next, asked for while lines are made, where the output does not fit the caches.
+struct NextRows {
+    const u8 *d, *kept, *s; // nothing is asked for where d is null; kept is null in the upper half
     size_t pixelBytes;
 
     template <size_t pixels> INLINE void ask(size_t x) const {
         for (const size_t end = x + pixels; d && x < end; x += 32) {
             __builtin_prefetch(d + x * pixelBytes, 1);
             if (kept) __builtin_prefetch(kept + 2 * x, 1);
+            __builtin_prefetch(s + x);
         }
     }
 };
@@ -41,7 +42,7 @@ struct Destination {
 template <class Chroma, bool asks> struct YuvLineSink {
     static constexpr bool prefetches = asks;
     YuvLine line;
-    Destination ahead;
+    NextRows ahead;
 
     INLINE void put(size_t x, const MosaicPixels& p) const { put(x, SummedPixels(p)); }
     template <class Colours> INLINE void put(size_t x, const Colours& p) const {
@@ -124,7 +125,7 @@ using ConvertRow = void (*)(u8* d, u8* kept, const u8* y, const u8* u, const u8*
 // Row `row` of the half that begins with row `half`.
 template <class Form>
 __attribute__((noinline)) void demosaicRow(const LineRing& lines, size_t half, size_t row, const u8* s, size_t width,
-                                           size_t height, unsigned phase, const Destination& ahead) {
+                                           size_t height, unsigned phase, const NextRows& ahead) {
     using Samples = MosaicReader<Raw8Samples>;
     const size_t y = half + row, last = height - 2; // the last row repeats the one above
     const RowPair rows = rowPair(s, width, y < last ? y : last, phase);
@@ -151,9 +152,11 @@ __attribute__((noinline)) void filteredMosaic(u8* d, size_t pitch, u8* s, size_t
         size_t made = 0;
         for (size_t row = 0; row < rows; ++row, d += pitch) {
             u8* const kept = half > 0 ? s + 2 * row * width : nullptr;
-            const Destination ahead{asks ? d : nullptr, kept, pitch / width};
-            for (; made < rows && made <= row + Filter::lookahead; ++made)
+            for (; made < rows && made <= row + Filter::lookahead; ++made) {
+                const size_t next = half + made + 2;
+                const NextRows ahead{asks ? d : nullptr, kept, s + (next < height ? next : 0) * width, pitch / width};
                 demosaicRow<Form>(lines, half, made, s, width, height, phase, ahead);
+            }
             const YuvLine line = Filter::filter(lines, row, rows, width);
             convert(d, kept, line.y, line.u, line.v, width);
         }
