@@ -27,7 +27,8 @@
 //     storeQuads(d, v)                 v but for every fourth byte, which is 0 in v and kept in memory
 //     luma<bytes, k>(s)                luma<k>() of N pixels of 3 or 4 bytes; k.r weighs the first, k.b the third
 //     weigh<bytes, k>(s)               k.r R + k.g G + k.b B + k.add, as Halves, with weights from 0 to 127
-//     weighWithin<bytes, k>(s)         the same as Quarters, of pixels with others around them: reads up to L / 4 bytes of these
+//     weighWithin<bytes, k>(s)         the same as Quarters, of pixels with others around them, of which it reads up to
+//                                      L / 4 bytes
 //     moveOn<pixelwise>(p, bytes)      p += bytes, in a loop; pixelwise: one of the loads or stores above uses p
 //     prefetch<bytes, forWriting>(p)   asks for what a loop at p reads or writes some blocks later; small loops pass
 //                                      prefetchDistance(), which they took before

@@ -170,7 +170,6 @@ INLINE Bytes highBytes(Bytes high, Bytes low, int by) {
 }
 INLINE Words shiftUp(Words w, int by) { return w << static_cast<u16>(by); }
 
-
 INLINE Words fillBytePairs(int j, int k) { return fill((j & 255) | (k & 255) << 8); }
 INLINE Words weighPairs(Bytes v, Words factors) {
     const Ints j = as<Ints>(factors << 8) >> 8, k = as<Ints>(factors) >> 8;
