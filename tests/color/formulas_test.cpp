@@ -110,7 +110,7 @@ TEST(ColorFormulas, DoublePrecisionLumaOfFlatPictures) {
     constexpr std::size_t pixels = 5003;
     constexpr std::uint8_t colours[][3] = {{0, 2, 209}, {65, 253, 211}, {205, 223, 86}, {10, 192, 38}, {250, 228, 62}};
     for (const auto& [red, green, blue] : colours)
-        for (const std::size_t every : {1, 9}) {
+        for (const std::size_t every : {std::size_t{1}, std::size_t{9}}) {
             Bytes source(3 * pixels), y8(pixels), r(pixels), g(pixels), b(pixels), plane(pixels);
             Bytes expectedY8(pixels), expectedPlane(pixels); // 0 of the others, whose red is 1
             for (std::size_t i = 0; i < pixels; ++i) source[3 * i] = 1;
