@@ -116,7 +116,10 @@ public:
         for (size_t x = 0; x < n; x += group, s += 3 * group) {
             prefetch<3 * group, false>(s, distance);
             const u64 here = putGroup<way>(luma + x, s, [&](size_t i, const Rgb& colours) {
-                if (x + i < n) sink(x + i, colours, n - x - i < N ? n - x - i : N);
+                if (i + N <= n - x)
+                    sink(x + i, colours, N);
+                else if (i < n - x)
+                    sink(x + i, colours, n - x - i);
             });
             listed = list<way>(before, whole, listed);
             whole = here, before = x;
