@@ -26,7 +26,7 @@ template <const DoubleWeights& k, int by> constexpr Weights wholeWeights() {
 }
 
 // 128 times a sum of less than 2^15 over 100 or 125, rounded down: the whole part stands above the seven lowest bits, which
-// are 0 where nothing is left. As the factor is rounded up, it is less than one too large.
+// are 0 where nothing is left. (The factor is rounded up, which adds less than what one more in the sum does.)
 template <int by> INLINE Words divide128(Words sum) {
     constexpr int factor = (128 - by) * 65536 / by + 1;
     return sum + as<Words>(mulHigh(as<Ints>(sum), as<Ints>(fill(factor))));

@@ -124,6 +124,8 @@ TEST(ColorFormulas, DoublePrecisionLumaOfFlatPictures) {
             ASSERT_EQ(OrvRGB8ToRGBYPlanes(r.data(), g.data(), b.data(), plane.data(), source.data(), pixels, 1), 0);
             EXPECT_EQ(y8, expectedY8);
             EXPECT_EQ(plane, expectedPlane);
+            for (std::size_t i = 0; i < pixels; ++i)
+                ASSERT_TRUE(r[i] == source[3 * i] && g[i] == source[3 * i + 1] && b[i] == source[3 * i + 2]) << i;
         }
 }
 
